@@ -1,0 +1,67 @@
+// Decodes, encodes, decodes and encodes again: both JSON texts must be the same.
+#include <quendal/object.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <vector>
+
+#include "functions/json_characters.h"
+#include "functions/json_decoder.h"
+#include "functions/json_encoder.h"
+#include "json_input.h"
+#include "platform/dictionary_access.h"
+
+namespace quendal {
+namespace {
+
+/// Whether keys have characters that would need escapes, which they deliberately do not get.
+bool hasSpecialKey(const VARIANT& value) {
+  std::vector<VARIANT> rest{value};  // borrowed
+  while (!rest.empty()) {
+    const VARIANT next = rest.back();
+    rest.pop_back();
+    if (next.vt == kVariantArray) {
+      const auto* elements = static_cast<const VARIANT*>(next.parray->pvData);
+      rest.insert(rest.end(), elements, elements + next.parray->rgsabound[0].cElements);
+    } else if (next.vt == VT_DISPATCH) {
+      platform::DictionaryReader reader(*next.pdispVal);
+      while (reader.next() == S_OK) {
+        if (std::ranges::any_of(viewOf(reader.key().bstrVal), isSpecialInJson)) return true;
+        rest.push_back(reader.item());
+      }
+    }
+  }
+  return false;
+}
+
+/// Nothing when the call raises an error.
+template <class Call>
+std::optional<Variant> attempt(Call&& call, std::int32_t& error) {
+  try {
+    return call();
+  } catch (const AutomationError& raised) {
+    error = raised.number();
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+}  // namespace quendal
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace quendal;
+  std::int32_t error = 0;
+  const auto text = fuzz::jsonText(data, size);
+  const auto value = attempt([&] { return decodeJson(text); }, error);
+  if (!value) return 0;
+  const auto first = attempt([&] { return encodeJson(*value); }, error);
+  if (!first) return error == error_number::kOutOfStack ? 0 : (std::abort(), 0);
+  if (hasSpecialKey(*value)) return 0;
+  const auto again = attempt([&] { return decodeJson(viewOf(first->bstrVal)); }, error);
+  // The largest doubles are out of range when they are rounded to fifteen digits.
+  if (!again) return error == error_number::kOverflow ? 0 : (std::abort(), 0);
+  const Variant second = encodeJson(*again);
+  if (viewOf(first->bstrVal) != viewOf(second.bstrVal)) std::abort();
+  return 0;
+}

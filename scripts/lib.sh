@@ -1,0 +1,129 @@
+# What the scripts share: installing what a fresh Debian machine lacks, building, and running
+# Windows programs. Meant to be sourced.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cache=${QUENDAL_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quendal-classic-asp}
+# File names outside ASCII need a UTF-8 locale.
+export LC_ALL=C.UTF-8 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+
+say() { printf '%s\n' "$*" >&2; }
+
+as_root() {
+  if [ "$(id -u)" = 0 ]; then "$@"
+  elif command -v sudo >/dev/null && sudo -n true 2>/dev/null; then sudo -n "$@"
+  else return 1
+  fi
+}
+
+# need PACKAGE...: installs those that are missing; fails with a message when that cannot be done.
+need() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'install ok' || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "installing: ${missing[*]}"
+  if ! as_root true; then
+    say "These packages are missing, and installing them needs root or sudo: ${missing[*]}"
+    return 1
+  fi
+  local log; log=$(mktemp)
+  if { as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" ||
+       { as_root apt-get update &&
+         as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"; }
+     } >"$log" 2>&1; then
+    rm -f "$log"
+  else
+    tail -n 5 "$log" >&2; rm -f "$log"
+    say "could not install: ${missing[*]}"
+    return 1
+  fi
+}
+
+need_native() { need g++ cmake ninja-build; }
+need_windows() {
+  need g++ cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix \
+    mingw-w64-tools libwine-dev wine wine64 googletest
+}
+
+# build PRESET TARGET... [-- CMAKE_ARGUMENT...]: configures and builds; says nothing unless it fails.
+build() {
+  local preset=$1; shift
+  local targets=() arguments=()
+  while [ $# -gt 0 ] && [ "$1" != -- ]; do targets+=("$1"); shift; done
+  [ $# -eq 0 ] || { shift; arguments=("$@"); }
+  local log=$root/build/$preset.log
+  mkdir -p "$root/build"
+  if ! { (cd "$root" && CMAKE_GENERATOR=Ninja cmake --preset "$preset" "${arguments[@]}") &&
+         cmake --build "$root/build/$preset" --target "${targets[@]}"; } >"$log" 2>&1; then
+    tail -n 40 "$log" >&2
+    say "the $preset build failed"
+    return 1
+  fi
+}
+
+# A Windows of our own for each build folder; wine BITS PROGRAM ARGUMENT... runs a program there.
+# Programs and files are named by their path below the build folder, with backslashes.
+wine_start() {
+  local bits=$1 folder=$root/build/win$1
+  if [ "$bits" = 64 ]; then
+    [ -f "$folder/wine/system.reg" ] || WINEPREFIX=$folder/wine wine wineboot -i >/dev/null 2>&1
+  else
+    wine32_start || return 1
+    in_wine32 wineserver -p >/dev/null 2>&1 || true  # so that no service holds a pipe of ours open
+    in_wine32 wine cmd /c exit >/dev/null 2>&1 </dev/null || true
+  fi
+}
+
+# The 32-bit Windows lives in a Debian of its own, as its packages do not install beside the 64-bit
+# ones everywhere.
+wine32_root=$cache/wine32
+wine32_start() {
+  need debootstrap || return 1
+  if [ ! -f "$wine32_root/.complete" ]; then
+    say "making a 32-bit Debian with wine in $wine32_root (about a minute)"
+    mkdir -p "$cache"
+    as_root rm -rf "$wine32_root"
+    as_root debootstrap --arch=i386 --variant=minbase --include=wine32,wine bookworm \
+      "$wine32_root" >"$cache/wine32.log" 2>&1 || { tail -n 5 "$cache/wine32.log" >&2; return 1; }
+    as_root touch "$wine32_root/.complete"
+  fi
+  mountpoint -q "$wine32_root/proc" || as_root mount -t proc proc "$wine32_root/proc" || return 1
+  [ -f "$wine32_root/root/.wine/system.reg" ] || in_wine32 wine wineboot -i >/dev/null 2>&1
+}
+wine32_stop() {
+  [ -d "$wine32_root/proc" ] || return 0
+  if mountpoint -q "$wine32_root/proc"; then
+    in_wine32 wineserver -k >/dev/null 2>&1 || true
+    as_root umount "$wine32_root/proc" 2>/dev/null || as_root umount -l "$wine32_root/proc" || true
+  fi
+}
+in_wine32() {
+  as_root chroot "$wine32_root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin \
+    LC_ALL=C.UTF-8 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" bash -c 'cd /quendal 2>/dev/null; exec "$@"' - "$@"
+}
+
+# wine_stage BITS FILE...: puts files where that Windows sees them, as its folder "stage".
+wine_stage() {
+  local bits=$1 stage; shift
+  stage=$(wine_folder "$bits")
+  if [ "$bits" = 64 ]; then mkdir -p "$stage" && cp -r "$@" "$stage"
+  else as_root mkdir -p "$stage" && as_root cp -r "$@" "$stage"
+  fi
+}
+# The stage folder as this system sees it, and as that Windows does.
+wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage"; else echo "$wine32_root/quendal"; fi; }
+wine_path() {
+  if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo 'Z:\quendal'; fi
+}
+wine_run() {
+  local bits=$1; shift
+  if [ "$bits" = 64 ]; then (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine wine "$@")
+  else in_wine32 wine "$@"
+  fi
+}
+wine_stop() {
+  if [ "$1" = 64 ]; then WINEPREFIX=$root/build/win64/wine wineserver -k >/dev/null 2>&1 || true
+  else wine32_stop
+  fi
+}

@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Runs the tests: scripts/test.sh [native|win64|win32|all]. Without an argument: native and win64.
+#   native  Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
+#   win64   the x64 component and its tests under Wine, pages in its script hosts
+#   win32   the same for x86
+# Ends with "N passed, N failed[, N skipped]". A home whose tools cannot be had on this machine is
+# named and counted as skipped.
+. "$(dirname "$0")/lib.sh"
+
+passed=0 failed=0 skipped=0
+
+# count_gtest LOG STATUS: adds up what a test program reported; a crash counts as a failure.
+count_gtest() {
+  local log=$1 status=$2 ok bad skip
+  ok=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+  bad=$(grep -c '^\[  FAILED  \] .* ms)$' "$log" || true)
+  skip=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+  [ "$status" = 0 ] || [ "$bad" != 0 ] || bad=1
+  passed=$((passed + ${ok:-0})) failed=$((failed + bad)) skipped=$((skipped + ${skip:-0}))
+  [ "${ok:-0}$bad" != 00 ] || { say "the test program ran no test"; failed=$((failed + 1)); }
+}
+
+check() {  # check NAME COMMAND...: one test more
+  local name=$1; shift
+  if "$@"; then passed=$((passed + 1)); else say "FAILED: $name"; failed=$((failed + 1)); fi
+}
+
+run_native() {
+  say "== native"
+  need_native && need libgtest-dev || { skip_home native; return; }
+  build asan quendal_tests || { failed=$((failed + 1)); return; }
+  local log=$root/build/asan/tests.log status=0
+  "$root/build/asan/tests/quendal_tests" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?
+  count_gtest "$log" "$status"
+  build native describe || { failed=$((failed + 1)); return; }
+  check "the interface definition is what the tables tell (tools/describe idl)" \
+    diff -u "$root/src/component/QUENDAL_REPORTS_ASP.idl" <("$root/build/native/describe" idl)
+}
+
+page() {  # page BITS PAGE: runs a page in the script host and compares what it prints
+  local bits=$1 page=$2 name work actual
+  name=$(basename "$page") work=$(wine_path "$1")
+  actual=$root/build/win$bits/$name.actual
+  wine_run "$bits" cscript //nologo "$work\\pages\\$name" "$work\\pages" 2>&1 | tr -d '\r' >"$actual"
+  diff -u "$page.expected" "$actual" >&2
+}
+
+run_windows() {
+  local bits=$1 log status=0 page
+  say "== win$bits"
+  need_windows || { skip_home "win$bits"; return; }
+  build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions || { failed=$((failed + 1)); return; }
+  wine_start "$bits" || { skip_home "win$bits"; return; }
+  local out=$root/build/win$bits
+  wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" "$root/tests/pages"
+  log=$out/tests.log
+  wine_run "$bits" quendal_tests.exe --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?
+  count_gtest "$log" "$status"
+
+  check "regsvr32" wine_run "$bits" regsvr32 /s "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
+  for page in "$root"/tests/pages/*.vbs "$root"/tests/pages/*.js; do
+    check "page $(basename "$page")" page "$bits" "$page"
+  done
+  check "regsvr32 /u" wine_run "$bits" regsvr32 /s /u "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
+  if [ "$bits" = 64 ]; then
+    build native print_versions || { failed=$((failed + 1)); return; }
+    check "both readers of version resources agree" env WINEPREFIX="$out/wine" \
+      "$root/scripts/compare_versions.sh" "$root/build/native/print_versions" "$out/print_versions.exe"
+  fi
+  wine_stop "$bits"
+}
+
+skip_home() { say "SKIPPED: $1 (its tools cannot be had on this machine)"; skipped=$((skipped + 1)); }
+
+trap 'wine_stop 64 2>/dev/null || true; wine32_stop 2>/dev/null || true' EXIT
+case ${1:-default} in
+  native) run_native ;;
+  win64) run_windows 64 ;;
+  win32) run_windows 32 ;;
+  default) run_native; run_windows 64 ;;
+  all) run_native; run_windows 64; run_windows 32 ;;
+  *) say "usage: $0 [native|win64|win32|all]"; exit 2 ;;
+esac
+
+summary="$passed passed, $failed failed"
+[ "$skipped" = 0 ] || summary+=", $skipped skipped"
+echo "$summary"
+[ "$failed" = 0 ] && [ "$passed" -gt 0 ]

@@ -1,0 +1,221 @@
+#include "arrays/array_functions.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "arrays/array_error.h"
+#include "arrays/redim.h"
+#include "arrays/reverse_in_place.h"
+#include "arrays/sort_in_place.h"
+#include "arrays/splice.h"
+#include "core/apartment.h"
+#include "core/array_view.h"
+#include "core/compare.h"
+#include "platform/messages.h"
+
+namespace quendal {
+namespace {
+
+void requireArray(const VariantRef& variable, std::u16string_view member) {
+  const VARIANT value = variable.value();
+  if ((value.vt & VT_ARRAY) != 0) return;
+  std::u16string description = u"Array.";
+  description += member;
+  description += u": [TypeName=";
+  description += typeNameOf(value);
+  description += u"] is not an array";
+  throw AutomationError(kArrayError, description);
+}
+
+using BoundQuery = decltype(&SafeArrayGetUBound);
+
+// A bound as a 32-bit integer; of an unallocated array the 16-bit integer -1.
+Variant boundOf(const VariantRef& variable, BoundQuery query) {
+  SAFEARRAY* array = variable.value().parray;
+  LONG bound = 0;
+  if (array == nullptr || FAILED(query(array, 1, &bound))) return Variant(std::int16_t{-1});
+  return Variant(static_cast<std::int32_t>(bound));
+}
+
+std::int64_t upperBoundOf(const VariantRef& variable) {
+  return int32Of(boundOf(variable, SafeArrayGetUBound));
+}
+
+// Position of the element with an index. Raises 9 when there is none.
+std::size_t positionOf(const VARIANT& array, std::int64_t index) {
+  if (array.parray == nullptr) throw AutomationError(error_number::kSubscript);
+  requireOneDimension(array.parray);
+  const SAFEARRAYBOUND& bound = array.parray->rgsabound[0];
+  if (index < bound.lLbound || index - bound.lLbound >= bound.cElements)
+    throw AutomationError(error_number::kSubscript);
+  return static_cast<std::size_t>(index - bound.lLbound);
+}
+
+// `array(index) = value`, an object as a reference.
+void store(VariantRef& variable, std::int64_t index, const VARIANT& value) {
+  variable.array();
+  const VARIANT array = variable.value();
+  const std::size_t position = positionOf(array, index);
+  const ArrayView view(array);
+  Variant element = elementOf(value, view.elementType());
+  // The former element goes last: what an object does as it goes may lead back here.
+  const Variant former = Variant::attach(view.take(position));
+  view.put(position, element.release());
+}
+
+Variant elementAt(const VariantRef& variable, std::int64_t index) {
+  const VARIANT array = variable.value();
+  const std::size_t position = positionOf(array, index);
+  return Variant::copyOf(ArrayView(array).at(position));
+}
+
+// Takes out the element at `start`, an object by its default value, and moves the elements after
+// it down by one. The last place becomes empty.
+Variant takeFirst(const VARIANT& array, std::size_t start) {
+  Variant former;  // goes when the array is no longer locked
+  const ArrayView view(array);
+  Variant result;
+  const VARIANT first = view.at(start);
+  // Deliberate: no other function asks an object that it moves for its default value.
+  if (isObject(first)) result = plainValueOf(first);
+  former = Variant::attach(view.take(start));
+  std::byte* const place = view.bytes().data() + start * view.elementSize();
+  const std::size_t rest = (view.size() - start - 1) * view.elementSize();
+  std::memmove(place, place + view.elementSize(), rest);
+  std::memset(place + rest, 0, view.elementSize());
+  if (!isObject(first)) std::swap(result, former);
+  return result;
+}
+
+// For each index from the last but one down to 1: array(index - 1) = array(index).
+void copyDown(const VARIANT& array) {
+  if (elementCountOf(array) == 0) return;
+  const SAFEARRAYBOUND& bound = array.parray->rgsabound[0];
+  const std::int64_t lower = bound.lLbound;
+  const std::int64_t upper = lower + bound.cElements - 1;
+  const ArrayView view(array);
+  for (std::int64_t i = upper - 1; i >= 1 && i > lower; --i) {
+    const auto position = static_cast<std::size_t>(i - lower);
+    Variant copy = Variant::copyOf(view.at(position));
+    const Variant former = Variant::attach(view.take(position - 1));
+    view.put(position - 1, copy.release());
+  }
+}
+
+}  // namespace
+
+Variant ArrayFunctions::getUBound(VariantRef& array) {
+  requireArray(array, u"GetUBound");
+  return boundOf(array, SafeArrayGetUBound);
+}
+
+Variant ArrayFunctions::getLBound(VariantRef& array) {
+  requireArray(array, u"GetLBound");
+  return boundOf(array, SafeArrayGetLBound);
+}
+
+void ArrayFunctions::push(VariantRef& array, const VARIANT& value) {
+  requireArray(array, u"Push");
+  ignoringErrors([&] {
+    const Variant added = Variant::copyOf(value);  // it may be the array itself
+    const std::int64_t n = upperBoundOf(array) + 1;
+    redimPreserve(array, n);
+    store(array, n, added);
+  });
+}
+
+Variant ArrayFunctions::pop(VariantRef& array) {
+  requireArray(array, u"Pop");
+  Variant result;
+  ignoringErrors([&] {
+    const std::int64_t n = upperBoundOf(array);
+    if (n < 0) return;
+    array.array();
+    const VARIANT own = array.value();
+    const std::size_t last = positionOf(own, n);
+    Variant element = Variant::attach(ArrayView(own).take(last));
+    try {
+      redimPreserve(array, n - 1);
+    } catch (...) {  // refused: the array keeps its element
+      ArrayView(own).put(last, element.release());
+      result = elementAt(array, n);
+      throw;
+    }
+    result = std::move(element);
+  });
+  return result;
+}
+
+// Nothing is trapped here: what fails reaches the page.
+Variant ArrayFunctions::shift(VariantRef& array) {
+  requireArray(array, u"Shift");
+  const std::int64_t n = upperBoundOf(array);
+  if (n < 0) return {};
+  array.array();
+  const std::size_t start = positionOf(array.value(), 0);
+  if (n == 0) {
+    // Deliberate: an array of one element gives an unallocated array, not its element.
+    array.eraseArray();
+    return Variant::array(nullptr);
+  }
+  Variant result = takeFirst(array.value(), start);
+  try {
+    redimPreserve(array, n - 1);
+  } catch (const AutomationError&) {  // refused: the last element stands at both places
+    store(array, n, elementAt(array, n - 1));
+    throw;
+  }
+  return result;
+}
+
+// Deliberate: the array does not grow, the first element is overwritten.
+void ArrayFunctions::unshift(VariantRef& array, const VARIANT& value) {
+  requireArray(array, u"Unshift");
+  ignoringErrors([&] {
+    const Variant first = Variant::copyOf(value);  // it may be the array itself
+    array.array();
+    copyDown(array.value());
+    store(array, 0, first);
+  });
+}
+
+Variant ArrayFunctions::slice(VariantRef& array, Boolean remove, std::int32_t start,
+                              std::int32_t end) {
+  requireArray(array, u"Slice");
+  const std::size_t size = elementCountOf(array.value());
+  const std::size_t first = clampedPosition(start, size);
+  const ElementRange range{first, std::max(first, clampedPosition(end, size)) - first};
+  return isTrue(remove) ? spliceElements(array, range, {}) : copyElements(array.value(), range);
+}
+
+Variant ArrayFunctions::splice(VariantRef& array, std::int32_t offset, std::int32_t length,
+                               ArgumentList values) {
+  requireArray(array, u"Splice");
+  const std::size_t size = elementCountOf(array.value());
+  const std::size_t first = clampedPosition(offset, size);
+  const auto wanted = static_cast<std::size_t>(std::max(length, 0));
+  return spliceElements(array, {first, std::min(wanted, size - first)}, values);
+}
+
+void ArrayFunctions::reverse(VariantRef& array) {
+  requireArray(array, u"Reverse");
+  if (elementCountOf(array.value()) == 0) return;
+  array.array();
+  reverseArrayInPlace(array.value());
+}
+
+Boolean ArrayFunctions::sort(VariantRef& array, std::int32_t lowerBound, std::int32_t upperBound,
+                             Boolean descending, std::int32_t compareMode, Boolean noAlerts) {
+  try {
+    array.array();
+    qSortInPlace(array.value(), lowerBound, upperBound,
+                 {static_cast<CompareMode>(compareMode), isTrue(descending)});
+    return Boolean::True;
+  } catch (const AutomationError& error) {
+    if (!isTrue(noAlerts)) platform::systemLog(error.description());
+    return Boolean::False;
+  }
+}
+
+}  // namespace quendal

@@ -1,0 +1,42 @@
+// The standard entry points of an in-process component.
+#include <quendal/automation.h>
+
+#include <cwchar>
+
+#include "component/class_factory.h"
+#include "component/windows/registration.h"
+
+using quendal::RegistrationScope;
+
+extern "C" {
+
+HRESULT STDMETHODCALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** object) {
+  return quendal::classObject(classId, iid, object);
+}
+
+HRESULT STDMETHODCALLTYPE DllCanUnloadNow() { return quendal::canUnload() ? S_OK : S_FALSE; }
+
+/// For the machine; for the current user alone when the caller is no administrator.
+HRESULT STDMETHODCALLTYPE DllRegisterServer() {
+  const HRESULT code = quendal::registerComponent(RegistrationScope::Machine);
+  return code == E_ACCESSDENIED ? quendal::registerComponent(RegistrationScope::User) : code;
+}
+
+/// Whatever of the two registrations there is.
+HRESULT STDMETHODCALLTYPE DllUnregisterServer() {
+  const HRESULT user = quendal::unregisterComponent(RegistrationScope::User);
+  const HRESULT machine = quendal::unregisterComponent(RegistrationScope::Machine);
+  // Who may not touch the machine's registration has none of his own making there.
+  return FAILED(machine) && machine != E_ACCESSDENIED ? machine : user;
+}
+
+/// `regsvr32 /n /i:user` registers for the current user alone; any other argument, or none, as
+/// DllRegisterServer.
+HRESULT STDMETHODCALLTYPE DllInstall(BOOL install, PCWSTR arguments) {
+  const bool forUser = arguments != nullptr && _wcsicmp(arguments, L"user") == 0;
+  if (!forUser) return install != FALSE ? DllRegisterServer() : DllUnregisterServer();
+  return install != FALSE ? quendal::registerComponent(RegistrationScope::User)
+                          : quendal::unregisterComponent(RegistrationScope::User);
+}
+
+}  // extern "C"

@@ -1,0 +1,77 @@
+// What the library keeps for each apartment, that is for each thread that uses it: the one place
+// of state that outlives a call and is not an object's own.
+#pragma once
+
+#include <quendal/object.h>
+
+#include <cstdint>
+#include <string>
+
+namespace quendal {
+
+/// The objects of the page that runs on this thread; all null outside a page.
+struct PageObjects {
+  Object session;
+  Object application;
+  Object request;
+  Object response;
+  Object server;
+
+  /// Takes all five from a host's scripting context. Raises what the context raises; slots taken
+  /// before the failure stay taken.
+  void takeFrom(const Object& scriptingContext);
+};
+
+/// Replaces the three queries of a log stamp when the machine name is not empty. Nothing in the
+/// library fills it, so that stamps always ask the system.
+struct StampCache {
+  std::u16string machineName;
+  std::u16string userName;
+  std::u16string processId;
+};
+
+/// The operating-system version record and product name, as the last query left them.
+struct OSVersionState {
+  std::u16string productName;
+  std::int32_t major = 0;
+  std::int32_t minor = 0;
+  std::int32_t build = 0;
+  std::int32_t platformId = 0;
+  std::u16string servicePack;  // NUL and blanks included, as the system fills it
+};
+
+struct Apartment {
+  PageObjects page;
+  std::int16_t groupDepth = 0;
+  StampCache stampCache;
+  OSVersionState osVersion;
+  /// The pending error's number, as a script would see it; 0 when there is none. Set when an
+  /// ignored step or a member fails, cleared where a member starts afresh.
+  std::int32_t errorNumber = 0;
+};
+
+/// The calling thread's own; created empty when the thread first touches the library, released
+/// when the thread ends.
+Apartment& apartment() noexcept;
+
+inline void clearError() noexcept { apartment().errorNumber = 0; }
+[[nodiscard]] inline std::int32_t pendingError() noexcept { return apartment().errorNumber; }
+
+/// Runs one step whose failure is skipped: the error stays pending and the caller goes on.
+/// Returns whether the step succeeded.
+template <class Step>
+bool ignoringErrors(Step&& step) {
+  try {
+    step();
+    return true;
+  } catch (const AutomationError& error) {
+    apartment().errorNumber = error.number();
+  } catch (const std::bad_alloc&) {
+    apartment().errorNumber = error_number::kOutOfMemory;
+  } catch (const std::exception&) {
+    apartment().errorNumber = error_number::kInternal;
+  }
+  return false;
+}
+
+}  // namespace quendal

@@ -1,0 +1,73 @@
+#include "core/class_description.h"
+
+#include <algorithm>
+
+#include "core/dispatch.h"
+
+namespace quendal {
+namespace {
+
+// Member and parameter names are ASCII; any other character equals only itself.
+std::u16string lowered(std::u16string_view text) {
+  std::u16string result(text);
+  for (char16_t& c : result)
+    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + (u'a' - u'A'));
+  return result;
+}
+
+}  // namespace
+
+ClassDescription::ClassDescription(const ClassIdentity& identity,
+                                   std::span<const MemberRow> members)
+    : identity_(identity), members_(members.begin(), members.end()) {
+  const auto entries = dispatchEntries();
+  table_.assign(entries.begin(), entries.end());
+  for (MemberRow& row : members_) {
+    table_.push_back(row.slot);
+    const DISPID known = idOf(row.name);
+    if (known != DISPID_UNKNOWN) {
+      row.id = known;
+    } else {
+      rows_.emplace_back();
+      row.id = static_cast<DISPID>(rows_.size());
+      std::pair entry(lowered(row.name), row.id);
+      names_.insert(std::ranges::upper_bound(names_, entry), std::move(entry));
+    }
+    Rows& rows = rows_[static_cast<std::size_t>(row.id - 1)];
+    (row.kind == MemberKind::Put ? rows.put : rows.read) = &row;
+  }
+}
+
+DISPID ClassDescription::idOf(std::u16string_view name) const {
+  const std::u16string key = lowered(name);
+  const auto found =
+      std::ranges::lower_bound(names_, key, {}, &std::pair<std::u16string, DISPID>::first);
+  return found != names_.end() && found->first == key ? found->second : DISPID_UNKNOWN;
+}
+
+DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const {
+  if (member < 1 || static_cast<std::size_t>(member) > rows_.size()) return DISPID_UNKNOWN;
+  const std::u16string key = lowered(name);
+  const Rows& rows = rows_[static_cast<std::size_t>(member - 1)];
+  for (const MemberRow* row : {rows.read, rows.put}) {
+    if (row == nullptr) continue;
+    const auto parameters = row->parameters();
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+      if (lowered(parameters[i].name) == key) return static_cast<DISPID>(i);
+  }
+  return DISPID_UNKNOWN;
+}
+
+const MemberRow* ClassDescription::find(DISPID id, WORD flags) const noexcept {
+  if (id < 1 || static_cast<std::size_t>(id) > rows_.size()) return nullptr;
+  const Rows& rows = rows_[static_cast<std::size_t>(id - 1)];
+  if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) return rows.put;
+  if (rows.read == nullptr) return nullptr;
+  // A property may also be asked for with call syntax; a method is never run by a mere read.
+  const WORD wanted = rows.read->kind == MemberKind::Method
+                          ? DISPATCH_METHOD
+                          : DISPATCH_PROPERTYGET | DISPATCH_METHOD;
+  return (flags & wanted) != 0 ? rows.read : nullptr;
+}
+
+}  // namespace quendal

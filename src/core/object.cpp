@@ -1,0 +1,177 @@
+#include <quendal/object.h>
+
+#include <memory>
+#include <vector>
+
+#include "core/array_view.h"
+#include "platform/dispatch.h"
+
+namespace quendal {
+namespace {
+
+/// What an object reports when it raises; frees its strings.
+class Exception {
+ public:
+  Exception() = default;
+  Exception(const Exception&) = delete;
+  Exception& operator=(const Exception&) = delete;
+  ~Exception() {
+    SysFreeString(info_.bstrSource);
+    SysFreeString(info_.bstrDescription);
+    SysFreeString(info_.bstrHelpFile);
+  }
+
+  EXCEPINFO* put() noexcept { return &info_; }
+
+  [[nodiscard]] AutomationError toError() {
+    if (info_.pfnDeferredFillIn != nullptr) info_.pfnDeferredFillIn(&info_);
+    const HRESULT code = info_.scode != 0 ? info_.scode : errorCode(info_.wCode);
+    return AutomationError::passedOn(FAILED(code) ? code : E_FAIL, viewOf(info_.bstrSource),
+                                     viewOf(info_.bstrDescription));
+  }
+
+ private:
+  EXCEPINFO info_{};
+};
+
+struct ReleaseEnumerator {
+  void operator()(IEnumVARIANT* enumerator) const noexcept { enumerator->Release(); }
+};
+using Enumerator = std::unique_ptr<IEnumVARIANT, ReleaseEnumerator>;
+
+[[noreturn]] void raiseNotACollection() {
+  constexpr int kNotACollection = 451;
+  throw AutomationError(kNotACollection, u"Object not a collection");
+}
+
+/// How a plain property answers when it is called or given arguments: by the automation rules; as
+/// script engines do for objects of their own classes (5002, E_FAIL); or as the object it holds,
+/// when the engine calls that (438).
+constexpr bool mayBePlainProperty(HRESULT code) noexcept {
+  constexpr int kWrongNumberOfArguments = 450;
+  constexpr int kFunctionExpected = 5002;
+  return code == DISP_E_BADPARAMCOUNT || code == errorCode(kWrongNumberOfArguments) ||
+         code == errorCode(kFunctionExpected) || code == E_FAIL ||
+         code == errorCode(error_number::kNoSuchMember);
+}
+
+}  // namespace
+
+Object::Object(IDispatch* object) noexcept : object_(object) {
+  if (object_ != nullptr) object_->AddRef();
+}
+
+Object::~Object() {
+  if (object_ != nullptr) object_->Release();
+}
+
+Object Object::attach(IDispatch* object) noexcept {
+  Object result;
+  result.object_ = object;
+  return result;
+}
+
+Object Object::from(const VARIANT& value) {
+  const VARIANT plain = follow(value);
+  if (plain.vt == VT_DISPATCH) return Object(plain.pdispVal);
+  if (plain.vt != VT_UNKNOWN) throw AutomationError(error_number::kObjectRequired);
+  if (plain.punkVal == nullptr) return {};
+  void* found = nullptr;
+  check(plain.punkVal->QueryInterface(IID_IDispatch, &found));
+  return attach(static_cast<IDispatch*>(found));
+}
+
+DISPID Object::idOf(std::u16string_view name) const {
+  if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
+  DISPID id = DISPID_UNKNOWN;
+  if (FAILED(platform::memberId(object_, name, &id)))
+    throw AutomationError(error_number::kNoSuchMember);
+  return id;
+}
+
+Variant Object::invoke(DISPID id, WORD flags, Arguments arguments) const {
+  if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
+  // The callee borrows the arguments, last one first.
+  std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
+  DISPID putId = DISPID_PROPERTYPUT;
+  DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+  const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
+  if (isPut) {
+    params.rgdispidNamedArgs = &putId;
+    params.cNamedArgs = 1;
+  }
+  Variant result;
+  Exception exception;
+  UINT argumentError = 0;
+  constexpr LCID kUserLocale = 0x400;
+  const HRESULT code = object_->Invoke(id, IID_NULL, kUserLocale, flags, &params,
+                                       isPut ? nullptr : &result, exception.put(), &argumentError);
+  if (code == DISP_E_EXCEPTION) throw exception.toError();
+  check(code);
+  return result;
+}
+
+Variant Object::getWith(std::u16string_view name, Arguments arguments) const {
+  constexpr WORD kGet = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
+  const DISPID id = idOf(name);
+  try {
+    return invoke(id, kGet, arguments);
+  } catch (const AutomationError& error) {
+    if (!mayBePlainProperty(error.code())) throw;
+    Variant value;
+    try {
+      value = invoke(id, DISPATCH_PROPERTYGET, {});
+    } catch (const AutomationError&) {
+      throw error;  // the first answer tells more
+    }
+    if (arguments.empty()) return value;
+    if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) throw;
+    return from(value).invoke(DISPID_VALUE, kGet, arguments);
+  }
+}
+
+Variant Object::callWith(std::u16string_view name, Arguments arguments) const {
+  return invoke(idOf(name), DISPATCH_METHOD, arguments);
+}
+
+Variant Object::defaultValue() const {
+  return invoke(DISPID_VALUE, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {});
+}
+
+void Object::forEach(const std::function<void(const Variant&)>& visit) const {
+  Variant created;
+  try {
+    created = invoke(DISPID_NEWENUM, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {});
+  } catch (const AutomationError& error) {
+    if (error.number() != error_number::kNoSuchMember) throw;
+    raiseNotACollection();
+  }
+  void* found = nullptr;
+  if ((created.vt != VT_UNKNOWN && created.vt != VT_DISPATCH) || created.punkVal == nullptr ||
+      FAILED(created.punkVal->QueryInterface(IID_IEnumVARIANT, &found)))
+    raiseNotACollection();
+  const Enumerator enumerator(static_cast<IEnumVARIANT*>(found));
+  while (true) {
+    Variant element;
+    ULONG fetched = 0;
+    const HRESULT code = enumerator->Next(1, &element, &fetched);
+    check(code);
+    if (code != S_OK || fetched == 0) return;
+    visit(element);
+  }
+}
+
+void forEach(const VARIANT& collection, const std::function<void(const Variant&)>& visit) {
+  const VARIANT plain = follow(collection);
+  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) return Object::from(plain).forEach(visit);
+  if ((plain.vt & VT_ARRAY) == 0) raiseNotACollection();
+  if (plain.parray == nullptr) return;  // no elements yet
+  const ArrayView array(plain);
+  for (std::size_t i = 0; i < array.size(); ++i) visit(Variant::copyOf(array.at(i)));
+}
+
+void Object::putWith(std::u16string_view name, Arguments indexesAndValue) const {
+  invoke(idOf(name), DISPATCH_PROPERTYPUT, indexesAndValue);
+}
+
+}  // namespace quendal

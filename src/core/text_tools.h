@@ -1,0 +1,31 @@
+// Small text tools on UTF-16.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace quendal {
+
+/// A character with A to Z in lower case; all others as they are.
+constexpr char16_t asciiLower(char16_t c) noexcept {
+  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
+}
+
+/// Equality that takes A to Z and a to z as the same.
+[[nodiscard]] bool equalNoCase(std::u16string_view a, std::u16string_view b) noexcept;
+
+/// Whether `part` occurs in `text`, taking A to Z and a to z as the same.
+[[nodiscard]] bool containsNoCase(std::u16string_view text, std::u16string_view part) noexcept;
+
+/// Plain decimal without padding.
+[[nodiscard]] std::u16string decimalText(std::int64_t value);
+
+/// `text` with every occurrence of `what` replaced, from the start on.
+[[nodiscard]] std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
+                                        std::u16string_view by);
+
+/// Leading and trailing blanks (U+0020 only) removed.
+[[nodiscard]] std::u16string_view trimBlanks(std::u16string_view text) noexcept;
+
+}  // namespace quendal

@@ -1,0 +1,113 @@
+#include "core/variant_ref.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "platform/element_size.h"
+
+namespace quendal {
+namespace {
+
+// Puts a value into a variable. The old value goes last: an object that goes may look here.
+void replace(VARIANT& variable, Variant value) {
+  VARIANT old = variable;
+  variable = value.release();
+  const HRESULT result = VariantClear(&old);
+  if (SUCCEEDED(result)) return;
+  value = Variant::attach(variable);
+  variable = old;
+  check(result);
+}
+
+void storeArray(const VARIANT& reference, Variant value) {
+  const auto type = static_cast<VARTYPE>(reference.vt & ~VT_BYREF);
+  if (value.vt != type) throw AutomationError(error_number::kTypeMismatch);
+  SAFEARRAY*& variable = *reference.pparray;
+  if (variable != nullptr && isFixed(*variable)) check(DISP_E_ARRAYISLOCKED);
+  SAFEARRAY* old = std::exchange(variable, value.release().parray);
+  const HRESULT result = SafeArrayDestroy(old);
+  if (SUCCEEDED(result)) return;
+  value = Variant::array(std::exchange(variable, old));
+  check(result);
+}
+
+}  // namespace
+
+bool isFixed(const SAFEARRAY& array) noexcept {
+  constexpr USHORT kFixed = FADF_AUTO | FADF_STATIC | FADF_FIXEDSIZE;
+  return (array.fFeatures & kFixed) != 0;
+}
+
+void storeThrough(const VARIANT& reference, Variant value) {
+  const VARIANT* target = &reference;
+  while (target->vt == kVariantReference) {
+    VARIANT* inner = target->pvarVal;
+    if ((inner->vt & VT_BYREF) == 0) return replace(*inner, std::move(value));
+    target = inner;
+  }
+  if ((target->vt & VT_ARRAY) != 0) return storeArray(*target, std::move(value));
+
+  const auto type = static_cast<VARTYPE>(target->vt & ~VT_BYREF);
+  Variant typed = value.vt == type ? std::move(value) : converted(value, type);
+  const std::size_t size = platform::elementSize(type);
+  if (size == 0 || size > sizeof typed.llVal) throw AutomationError(error_number::kTypeMismatch);
+  auto* const place = static_cast<std::byte*>(target->byref);
+  auto* const payload = reinterpret_cast<std::byte*>(&typed.llVal);
+  std::swap_ranges(place, place + size, payload);  // the old value goes with `typed`
+}
+
+VariantRef::VariantRef(Argument, VARIANT* argument) noexcept : variable_(argument) {
+  VariantInit(&local_);
+  if (argument == nullptr) {
+    local_ = Variant::missing().release();
+    variable_ = &local_;
+  } else if ((argument->vt & VT_BYREF) == 0) {
+    local_ = *argument;  // borrowed
+    variable_ = &local_;
+  }
+}
+
+VariantRef::VariantRef(VARIANT* variable) noexcept : variable_(variable) {
+  VariantInit(&local_);
+  if (variable == nullptr) {
+    local_ = Variant::missing().release();
+    variable_ = &local_;
+  }
+}
+
+VariantRef::~VariantRef() {
+  if (ownsLocal_) VariantClear(&local_);
+}
+
+void VariantRef::set(Variant value) {
+  if ((variable_->vt & VT_BYREF) != 0) return storeThrough(*variable_, std::move(value));
+  if (isLocal() && !std::exchange(ownsLocal_, true)) {
+    local_ = value.release();  // the caller's literal, which was only borrowed
+  } else {
+    replace(*variable_, std::move(value));
+  }
+}
+
+SAFEARRAY* VariantRef::array() {
+  const VARIANT current = value();
+  if ((current.vt & VT_ARRAY) == 0) return nullptr;
+  if (isLocal() && !ownsLocal_) set(Variant::copyOf(current));
+  return value().parray;
+}
+
+void VariantRef::eraseArray() {
+  const VARIANT* target = variable_;
+  while (target->vt == kVariantReference) target = target->pvarVal;
+  const bool isTyped = (target->vt & VT_BYREF) != 0;
+  set(Variant::array(nullptr,
+                     static_cast<VARTYPE>(isTyped ? target->vt & VT_TYPEMASK : VT_VARIANT)));
+}
+
+void VariantRef::replaceByEmptyText() {
+  local_ = Variant(u"").release();
+  variable_ = &local_;
+  ownsLocal_ = true;
+}
+
+}  // namespace quendal

@@ -1,0 +1,16 @@
+#include "functions/json.h"
+
+#include "functions/json_decoder.h"
+#include "functions/json_encoder.h"
+
+namespace quendal {
+
+Variant Json::encode(VariantRef& value) { return encodeJson(value.value()); }
+
+Variant Json::decode(VariantRef& text) {
+  const VARIANT value = text.value();
+  if (value.vt == VT_BSTR) return decodeJson(viewOf(value.bstrVal));
+  return decodeJson(textOf(value));
+}
+
+}  // namespace quendal

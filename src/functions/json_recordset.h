@@ -1,0 +1,18 @@
+// Open database cursors as JSON.
+#pragma once
+
+#include <quendal/object.h>
+
+#include <functional>
+
+#include "functions/json_writer.h"
+
+namespace quendal {
+
+/// Writes a cursor's state and, when it is open, its count of rows and all rows; afterwards it
+/// stands on its first row. `encode` writes the value of a field. Raises what the cursor raises,
+/// which may then stand on any row.
+void writeRecordset(const Object& recordset, JsonWriter& out,
+                    const std::function<void(const VARIANT&)>& encode);
+
+}  // namespace quendal

@@ -1,0 +1,120 @@
+// Boxes, groups, aligned parameters and dumps.
+#include <limits>
+
+#include "core/apartment.h"
+#include "core/text_tools.h"
+#include "logging/fill.h"
+#include "logging/logging.h"
+
+namespace quendal {
+namespace {
+
+constexpr std::int16_t kGroupStep = 10;
+constexpr std::int32_t kBoxWidth = 70;
+constexpr std::u16string_view kErrorMarker = u"*** ERROR ***";
+
+std::int16_t int16OrOverflow(std::int64_t value) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  if (value < Limits::min() || value > Limits::max())
+    throw AutomationError(error_number::kOverflow);
+  return static_cast<std::int16_t>(value);
+}
+
+/// Half of a whole number, halves to even.
+constexpr std::int64_t halfToEven(std::int64_t twice) noexcept {
+  const std::int64_t down = (twice - (twice % 2 != 0 && twice < 0 ? 1 : 0)) / 2;  // the floor
+  return twice % 2 != 0 && down % 2 != 0 ? down + 1 : down;
+}
+
+/// The line with the text: centred up to 68 characters, wider than the box beyond.
+std::u16string boxedLine(std::u16string_view text) {
+  const std::int16_t margin =
+      int16OrOverflow(halfToEven(kBoxWidth - 2 - static_cast<std::int64_t>(text.size())));
+  std::u16string line = u"*";
+  line.append(static_cast<std::size_t>(margin < 0 ? -margin : margin), u' ').append(text);
+  return padRight(line, u" ", kBoxWidth - 1) + u"*";
+}
+
+}  // namespace
+
+std::u16string Logging::writeBox(std::int16_t& level, DefaultedRef& text) {
+  return box(level, text.value());
+}
+
+std::u16string Logging::box(std::int16_t level, const VARIANT& text) {
+  clearError();
+  // A box that is filtered out has no file to write to, and says so; deliberate.
+  if (!passes(level)) throw AutomationError(error_number::kObjectNotSet);
+  file_.ensure();
+  const std::u16string middle = boxedLine(joinedTextOf(text));
+  const std::u16string border(middle.size(), u'*');
+  std::u16string result = linePrefix();
+  for (const std::u16string_view line : {std::u16string_view(border), std::u16string_view(middle),
+                                         std::u16string_view(border), std::u16string_view()})
+    result.append(kLineEnd).append(linePrefix()).append(line);
+  file_.append(result);
+  return result;
+}
+
+std::u16string Logging::startGroup(std::int16_t& level) { return openGroup(level); }
+
+std::u16string Logging::endGroup(std::int16_t& level) { return closeGroup(level); }
+
+std::u16string Logging::openGroup(std::int16_t level) {
+  clearError();
+  if (!passes(level)) return {};
+  std::int16_t& depth = apartment().groupDepth;
+  depth = int16OrOverflow(depth - kGroupStep);
+  return write(level, padLeft(u" ( START", u"=", depth));
+}
+
+std::u16string Logging::closeGroup(std::int16_t level) {
+  clearError();
+  if (!passes(level)) return {};
+  std::int16_t& depth = apartment().groupDepth;
+  std::u16string result = write(level, padLeft(u" END )", u"-", depth));
+  depth = int16OrOverflow(depth + kGroupStep);
+  return result;
+}
+
+Variant Logging::writeParam(std::int16_t& level, VariantRef& name, const VARIANT& value,
+                            std::int16_t& distance, std::int16_t& indent) {
+  return parameter(level, name.value(), value, distance, indent);
+}
+
+std::u16string Logging::parameter(std::int16_t level, const VARIANT& name, const VARIANT& value,
+                                  std::int16_t distance, std::int16_t indent) {
+  clearError();
+  if (indent < 0) throw AutomationError(error_number::kInvalidCall);
+  if (!passes(level)) return {};
+  const std::u16string blanks(static_cast<std::size_t>(indent), u' ');
+  std::u16string line = blanks + padRight(joinedTextOf(name) + u" ", u".", distance) + u" ";
+  const std::u16string valueText = joinedTextOf(value);
+  if (valueText.find(kLineEnd) == std::u16string::npos) {
+    line += valueText;
+  } else {  // further lines stand under the first
+    line += replaceAll(valueText, kLineEnd,
+                       std::u16string(kLineEnd) + std::u16string(line.size(), u' '));
+  }
+  // A marker at the start of the name moves in front of the indentation.
+  const std::u16string indentedMarker = blanks + std::u16string(kErrorMarker);
+  if (line.find(indentedMarker) != std::u16string::npos)
+    line = replaceAll(line, indentedMarker, std::u16string(kErrorMarker) + blanks);
+  return write(level, line);
+}
+
+std::u16string Logging::dump(std::int16_t& level, DefaultedRef& multiline, TextRef title) {
+  clearError();
+  const std::u16string prefix = linePrefix();  // also when the entry is filtered out
+  std::u16string body = u"\r\n\r\n" + joinedTextOf(multiline.value()) + u"\r\n";
+  if (!passes(level)) return {};
+  body = replaceAll(body, kLineEnd, std::u16string(kLineEnd) + prefix + u"\t");
+  std::u16string result = write(level, title.view);
+  result += openGroup(level);
+  result += write(level, body);
+  result += closeGroup(level);
+  result += write(level, u"");
+  return finished(std::move(result));
+}
+
+}  // namespace quendal

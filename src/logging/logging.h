@@ -1,0 +1,140 @@
+// `LOGGING`: the diagnostic log writer that a page creates at its start.
+//
+// Every write member decides by level whether to write, makes sure of the log file, composes its
+// lines and appends them. File and host failures reach the page as automation errors.
+#pragma once
+
+#include <quendal/object.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "core/class_description.h"
+#include "core/dispatch.h"
+#include "core/enumerations.h"
+#include "core/variant_ref.h"
+#include "logging/log_file.h"
+#include "system/os_info.h"
+#include "system/reports.h"
+
+namespace quendal {
+
+class Logging final : private system::EntryWriter {
+ public:
+  static constexpr std::u16string_view kClassName = u"LOGGING";
+
+  Logging();
+  ~Logging();
+  Logging(const Logging&) = delete;
+  Logging& operator=(const Logging&) = delete;
+
+  // Lifecycle. The host calls the first two; the last two are also what creation and destruction
+  // do, and public for historical reasons.
+  void onStartPage(const Object& scriptingContext);
+  void onEndPage();
+  void classInitialize();
+  void classTerminate();
+
+  // Settings and information.
+  Boolean isAsp();
+  Boolean unicode();
+  void setUnicode(Boolean& value);
+  std::int16_t logLevel();
+  void setLogLevel(std::int16_t& level);
+  std::int32_t rolloverBytes();
+  void setRolloverBytes(std::int32_t& bytes);
+  Variant path();
+  Variant fileName();
+  Variant remoteIp();
+  Variant setLogPath(VariantRef& path);
+  Variant setLogFile(VariantRef& file);
+  Variant osInfo();
+  Variant userName();
+  Variant computerName();
+  Variant pid();
+  Variant threadId();
+  Variant odbcDrivers();
+
+  // Entries. Each returns the text it wrote, empty when the level filtered it out.
+  std::u16string writeBox(std::int16_t& level, DefaultedRef& text);
+  std::u16string startGroup(std::int16_t& level);
+  std::u16string endGroup(std::int16_t& level);
+  std::u16string writeLog(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat,
+                          DefaultedRef& stamp);
+  Variant writeParam(std::int16_t& level, VariantRef& name, const VARIANT& value,
+                     std::int16_t& distance, std::int16_t& indent);
+  std::u16string dump(std::int16_t& level, DefaultedRef& multiline, TextRef title);
+
+  // Error entries.
+  std::u16string writeError(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat);
+  std::u16string logMsError(std::int16_t& level, const Object& error, DefaultedRef& text,
+                            std::int16_t& repeat);
+  std::u16string logXmlError(std::int16_t& level, const Object& document, DefaultedRef& text,
+                             std::int16_t& repeat);
+  std::u16string catchError(const Object& error, DefaultedRef& text, std::int16_t& repeat);
+
+  // Page runs.
+  std::u16string writeAspStart();
+  std::u16string writeAspEnd();
+
+  // Reports. Each appends the text it wrote to `out`.
+  std::int32_t logOsInfo(DefaultedRef& out);
+  std::int32_t logFileVersionInfo(TextRef directory, DefaultedRef& out);
+  std::int32_t logDictionary(const Object& dictionary, std::u16string_view title,
+                             std::int32_t level, DefaultedRef& out);
+  Variant logServerVariables(DefaultedRef& out);
+  std::int32_t logWebApplicationDllInfo(DefaultedRef& out);
+  Variant logOdbcDrivers(DefaultedRef& out);
+  Variant logConfiguration(DefaultedRef& out);
+  Variant logSystemInfo(DefaultedRef& out);
+  std::int32_t logDiagnostics(DefaultedRef& out);
+
+ private:
+  /// Reads a member of an error object by its name.
+  using ErrorMember = std::function<Variant(std::u16string_view)>;
+
+  [[nodiscard]] bool passes(std::int16_t level) const noexcept { return level <= logLevel_; }
+  [[nodiscard]] std::u16string linePrefix() const;
+  /// Writes an entry once: `WriteLog` for the members that build on it.
+  std::u16string write(std::int16_t level, std::u16string_view text);
+  /// The lines of an entry, each with a prefix of its own; continuation lines begin with the last.
+  [[nodiscard]] std::u16string compose(std::u16string_view text, std::int16_t repeat,
+                                       std::u16string& lastPrefix) const;
+  /// A finished entry; errors that were ignored on its way are no longer pending.
+  static std::u16string finished(std::u16string entry);
+
+  /// What `WriteBox`, `WriteParam`, `StartGroup` and `EndGroup` do. They raise 91 for a box that
+  /// the level filters out, 5 for a negative indent, 6 when the depth of groups is exhausted.
+  std::u16string box(std::int16_t level, const VARIANT& text);
+  std::u16string parameter(std::int16_t level, const VARIANT& name, const VARIANT& value,
+                           std::int16_t distance, std::int16_t indent);
+  std::u16string openGroup(std::int16_t level);
+  std::u16string closeGroup(std::int16_t level);
+
+  /// Writes an entry several times; returns the texts run together.
+  std::u16string writeTimes(std::int16_t level, std::u16string_view text, std::int16_t times);
+  /// The entries that record a failure; their texts run together.
+  std::u16string markedError(std::int16_t level, std::u16string_view text, std::int16_t repeat);
+  std::u16string errorDetails(std::int16_t level, const ErrorMember& member);
+  std::u16string caught(const ErrorMember& member, std::u16string_view text, std::int16_t repeat);
+
+  // EntryWriter, at the level of all reports.
+  std::u16string writeEntry(std::u16string_view text) override;
+  std::u16string writeParameter(const Variant& name, const Variant& value,
+                                std::int16_t indent) override;
+  /// The reports on what only the logger knows; each appends to `text`.
+  void reportConfiguration(std::u16string& text);
+  void reportServerVariables(std::u16string& text);
+
+  bool inPage_ = false;
+  LogFile file_;
+  std::int16_t logLevel_ = 0;
+  std::u16string remoteAddress_;
+  Owned<OsInfo> osInfo_;
+};
+
+template <>
+const ClassDescription& describe<Logging>();
+
+}  // namespace quendal

@@ -1,0 +1,21 @@
+// The host's single-byte ("ANSI") code page: the system's own on Windows, Windows-1252 elsewhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quendal::platform {
+
+/// One byte for each UTF-16 unit; "?" for what the code page lacks and for each half of a
+/// surrogate pair.
+[[nodiscard]] std::string toCodePage(std::u16string_view text);
+
+/// The characters of code-page bytes.
+[[nodiscard]] std::u16string fromCodePage(std::string_view bytes);
+
+/// UTF-8 both ways; an unpaired surrogate becomes U+FFFD, and so does each longest part of a
+/// malformed sequence that could have begun a character.
+[[nodiscard]] std::string toUtf8(std::u16string_view text);
+[[nodiscard]] std::u16string fromUtf8(std::string_view bytes);
+
+}  // namespace quendal::platform

@@ -1,0 +1,109 @@
+#include "platform/posix/native_path.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+
+#include "platform/code_page.h"
+#include "platform/path_text.h"
+
+namespace quendal::platform {
+namespace {
+
+bool isAscii(std::u16string_view text) noexcept {
+  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+}
+
+}  // namespace
+
+NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {
+  if (!isPath(path) || path.size() >= text_.size()) {
+    error_ = FileError::BadFileName;
+    return;
+  }
+  if (isAscii(path)) {  // nearly every path; nothing is allocated
+    append(path);
+    return;
+  }
+  try {
+    append(std::string_view(toUtf8(path)));
+  } catch (const std::exception&) {  // out of memory
+    error_ = FileError::DeviceIo;
+  }
+}
+
+template <typename Unit>
+void NativePath::append(std::basic_string_view<Unit> text) noexcept {
+  std::size_t size = size_;
+  for (const Unit unit : text) {
+    const bool separator = isSeparator(static_cast<unsigned char>(unit));
+    if (separator && size > 0 && text_[size - 1] == '/') continue;
+    if (size + 1 == text_.size()) {
+      error_ = FileError::BadFileName;
+      size = 0;
+      break;
+    }
+    text_[size++] = separator ? '/' : static_cast<char>(unit);
+  }
+  text_[size] = '\0';
+  size_ = size;
+}
+
+NativePath NativePath::parent() const noexcept {
+  std::string_view path(text_.data(), size_);
+  if (path.size() > 1 && path.back() == '/') path.remove_suffix(1);
+  const std::size_t slash = path.rfind('/');
+  NativePath folder;
+  folder.append(slash == path.npos ? std::string_view(".")
+                                   : path.substr(0, std::max<std::size_t>(slash, 1)));
+  return folder;
+}
+
+NativePath NativePath::child(std::string_view name) const noexcept {
+  NativePath entry(*this);
+  entry.append(std::string_view("/"));
+  if (entry.error_ == FileError::None) entry.append(name);
+  return entry;
+}
+
+FileError fileError(int code) noexcept {
+  switch (code) {
+    case ENOENT:
+      return FileError::NotFound;
+    case ENOTDIR:
+      return FileError::PathNotFound;
+    case EEXIST:
+      return FileError::AlreadyExists;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case ETXTBSY:
+    case EBUSY:
+    case EISDIR:  // a folder in place of a file
+    case ENXIO:   // a pipe that nobody reads
+      return FileError::PermissionDenied;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return FileError::DiskFull;
+    case ENAMETOOLONG:
+    case EINVAL:  // characters that the file system does not store
+    case EILSEQ:
+      return FileError::BadFileName;
+    case EXDEV:
+      return FileError::PathFileAccess;
+    default:
+      return FileError::DeviceIo;
+  }
+}
+
+FileError fileError(int code, const NativePath& path) noexcept {
+  if (code != ENOENT) return fileError(code);
+  struct stat status;
+  const bool folderExists = ::stat(path.parent().c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  return folderExists ? FileError::NotFound : FileError::PathNotFound;
+}
+
+}  // namespace quendal::platform

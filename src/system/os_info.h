@@ -1,0 +1,59 @@
+// `ClsOSInfo`: facts about the server for page scripts. Every property asks afresh.
+#pragma once
+
+#include <quendal/variant.h>
+
+#include <cstdint>
+#include <string>
+
+#include "core/class_description.h"
+
+namespace quendal {
+
+class OsInfo {
+ public:
+  static constexpr std::u16string_view kClassName = u"ClsOSInfo";
+
+  /// One item of the user's locale by its platform number; empty when there is none.
+  template <std::uint32_t Item>
+  std::u16string localeItem() {
+    return localeItem(Item);
+  }
+  Variant dateFormatShort();
+
+  /// Dictionaries of twelve names, keyed 1 to 12.
+  Variant monthNamesShort();
+  Variant monthNamesLong();
+  /// Both add every name under the key 1 and so always raise 457; deliberate.
+  Variant dayLongNames();
+  Variant dayShortNames();
+
+  /// The folder for temporary files, without trailing "\"; created when it is missing.
+  std::u16string tempDir();
+  std::u16string os();
+  std::u16string userName();
+  std::u16string systemDrive();
+  std::u16string winDir();
+  /// The system folder followed by one NUL character, as this property has always answered.
+  std::u16string systemDir();
+  std::int32_t tickCount();
+  std::u16string upTime();
+  std::u16string ipAddress();
+  Boolean bit();
+  std::u16string bitAsString();
+
+  /// A shell folder by its number, with a trailing "\", or the empty string.
+  template <int Folder>
+  std::u16string folder() {
+    return folder(Folder);
+  }
+
+ private:
+  static std::u16string localeItem(std::uint32_t item);
+  static std::u16string folder(int id);
+};
+
+template <>
+const ClassDescription& describe<OsInfo>();
+
+}  // namespace quendal

@@ -1,0 +1,63 @@
+#include "versioninfo/version_info.h"
+
+#include "core/apartment.h"
+#include "platform/files.h"
+#include "platform/messages.h"
+
+namespace quendal {
+
+void VersionInfo::setFullPathName(std::u16string_view path) {
+  std::u16string resolved = platform::absolutePath(path);
+  if (resolved.empty()) return;
+  fullPathName_ = std::move(resolved);
+  refresh();
+}
+
+std::u16string VersionInfo::fullPathName() { return fullPathName_; }
+
+Boolean VersionInfo::available() { return booleanOf(record_.available); }
+
+std::u16string VersionInfo::fileFlags() { return record_.fileFlags; }
+
+std::u16string VersionInfo::fileOs() { return record_.fileOs; }
+
+std::u16string VersionInfo::fileType() { return record_.fileType; }
+
+std::u16string VersionInfo::fileSubtype() { return record_.fileSubtype; }
+
+std::u16string VersionInfo::verFile() { return record_.verFile; }
+
+std::u16string VersionInfo::verProduct() { return record_.verProduct; }
+
+std::u16string VersionInfo::verStructure() { return record_.verStructure; }
+
+std::u16string VersionInfo::predefinedName(VersionString which) {
+  return std::u16string(versioninfo::predefinedName(which));
+}
+
+std::u16string VersionInfo::predefinedValue(VersionString which) {
+  return std::u16string(record_.value(which));
+}
+
+void VersionInfo::refresh() { record_ = versioninfo::readVersionRecord(fullPathName_); }
+
+std::int32_t VersionInfo::listFileVersions(TextRef directory, const Object& dictionary) {
+  constexpr std::int32_t kNoSuchFolder = -1;
+  clearError();
+  if (!platform::lookAt(directory.view).isFolder) return kNoSuchFolder;
+  std::u16string folder(directory.view);
+  if (folder.back() != u'\\' && folder.back() != u'/') folder += u'\\';
+  std::vector<std::u16string> names;
+  ignoringErrors([&] { names = platform::listFiles(folder); });
+  for (const std::u16string& name : names) {
+    ignoringErrors([&] {
+      setFullPathName(folder + name);
+      if (record_.available)
+        dictionary.put(u"Item", name, predefinedValue(VersionString::ProductVersion));
+    });
+    platform::pumpMessages();
+  }
+  return pendingError();
+}
+
+}  // namespace quendal

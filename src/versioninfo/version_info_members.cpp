@@ -1,0 +1,53 @@
+// The members of `VersionInfo`, in slot order.
+#include "core/guid.h"
+#include "core/members.h"
+#include "versioninfo/version_info.h"
+
+namespace quendal {
+
+template <>
+const ClassDescription& describe<VersionInfo>() {
+  using V = VersionInfo;
+  using enum VersionString;
+  static const MemberRow rows[] = {
+      put<&V::setFullPathName>(u"FullPathName", u"Reads a file.", {in(u"IN_szPath")}),
+      get<&V::fullPathName>(u"FullPathName", u"Full path of the file that was read last."),
+      get<&V::available>(u"Available", u"True when the file has a version resource."),
+      get<&V::fileFlags>(u"FileFlags", u"The flags in words, each followed by a blank."),
+      get<&V::fileOs>(u"FileOS", u"The operating system the file was made for."),
+      get<&V::fileType>(u"FileType", u"Application, DLL, driver, font, VxD or library."),
+      get<&V::fileSubtype>(u"FileSubType", u"The kind of driver or font."),
+      get<&V::verFile>(u"VerFile", u"The file version from the fixed record."),
+      get<&V::verProduct>(u"VerProduct", u"The product version from the fixed record."),
+      get<&V::verStructure>(u"VerStructure", u"The version of the record itself."),
+      get<&V::predefinedName>(u"PredefinedName", u"Display name of a string.", {in(u"Which")}),
+      get<&V::predefinedValue>(u"PredefinedValue", u"Value of a string.", {in(u"Which")}),
+      get<&V::value<Comments>>(u"Comments", u"The string of that name."),
+      get<&V::value<CompanyName>>(u"CompanyName", u"The string of that name."),
+      get<&V::value<FileDescription>>(u"FileDescription", u"The string of that name."),
+      get<&V::value<FileVersion>>(u"FileVersion", u"The string of that name."),
+      get<&V::value<InternalName>>(u"InternalName", u"The string of that name."),
+      get<&V::value<Language>>(u"Language", u"Name of the first translation's language."),
+      get<&V::value<LegalCopyright>>(u"LegalCopyright", u"The string of that name."),
+      get<&V::value<LegalTrademarks>>(u"LegalTrademarks", u"The string of that name."),
+      get<&V::value<OriginalFilename>>(u"OriginalFilename", u"The string of that name."),
+      get<&V::value<ProductName>>(u"ProductName", u"The string of that name."),
+      get<&V::value<ProductVersion>>(u"ProductVersion", u"The string of that name."),
+      get<&V::value<PrivateBuild>>(u"PrivateBuild", u"The string of that name."),
+      get<&V::value<SpecialBuild>>(u"SpecialBuild", u"The string of that name."),
+      method<&V::refresh>(u"Refresh", u"Reads the file again."),
+      method<&V::listFileVersions>(u"V7000_ListFileVersionsAsDictionary",
+                                   u"Fills a dictionary with the product version of each file.",
+                                   {in(u"IN_szDirectory"), in(u"IN_objDictionary")}),
+  };
+  static const ClassDescription description({V::kClassName,
+                                             u"_VersionInfo",
+                                             guid("C17EAB5A-C900-4375-A1A3-9E9BB89B4F95"),
+                                             guid("AB0623C3-2DEA-4E89-8834-D8D097AE39B2"),
+                                             {},
+                                             u"The version resource of a file."},
+                                            rows);
+  return description;
+}
+
+}  // namespace quendal

@@ -1,0 +1,97 @@
+// Arrays as hosts hold and pass them, and their contents as text.
+#pragma once
+
+#include <quendal/object.h>
+
+#include <string>
+#include <vector>
+
+#include "core/array_view.h"
+#include "core/variant_ref.h"
+#include "platform/code_page.h"
+#include "tests/core/raw_call.h"
+
+namespace quendal::test {
+
+/// An array with these values converted to its element type.
+inline Variant pageArray(const std::vector<Variant>& values, VARTYPE type = VT_VARIANT,
+                         LONG lowerBound = 0) {
+  SAFEARRAYBOUND bound{static_cast<ULONG>(values.size()), lowerBound};
+  Variant result = Variant::array(SafeArrayCreate(type, 1, &bound), type);
+  const ArrayView view(result);
+  for (std::size_t i = 0; i < values.size(); ++i) view.put(i, elementOf(values[i], type).release());
+  return result;
+}
+
+/// The same of one-letter texts; an unallocated array for null.
+inline Variant of(const char16_t* elements, VARTYPE type = VT_VARIANT, LONG lowerBound = 0) {
+  if (elements == nullptr) return Variant::array(nullptr, type);
+  std::vector<Variant> values;
+  for (; *elements != 0; ++elements) values.emplace_back(std::u16string_view(elements, 1));
+  return pageArray(values, type, lowerBound);
+}
+
+inline Variant twoDimensions() {
+  SAFEARRAYBOUND bounds[] = {{1, 0}, {2, 0}};
+  return Variant::array(SafeArrayCreate(VT_VARIANT, 2, bounds));
+}
+
+/// "abc", "?" for an object, "[...]" for arrays, "none" for an unallocated array, "~" for Empty;
+/// a lower bound other than 0 stands before the elements.
+inline std::string shownArray(const VARIANT& value) {
+  const VARIANT plain = follow(value);
+  if (plain.vt == VT_EMPTY) return "~";
+  if (plain.vt == VT_NULL) return "Null";
+  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) return plain.punkVal ? "?" : "Nothing";
+  if ((plain.vt & VT_ARRAY) == 0) return platform::toUtf8(textOf(plain));
+  if (plain.parray == nullptr) return "none";
+  const LONG lower = plain.parray->rgsabound[0].lLbound;
+  std::string text = lower == 0 ? "[" : std::to_string(lower) + "[";
+  const ArrayView view(plain);
+  for (std::size_t i = 0; i < view.size(); ++i) text += (i > 0 ? " " : "") + shownArray(view.at(i));
+  return text + "]";
+}
+
+/// A page's variable that holds an array, and the argument that a call of it gets: a reference to
+/// the variable or, `typed`, to the place of the array itself; or a reference to such a one.
+class PageVariable {
+ public:
+  explicit PageVariable(Variant value, bool typed = false, bool twice = false)
+      : variable_(std::move(value)),
+        inner_(typed ? typedReference(variable_.vt, &variable_.parray) : referenceTo(variable_)),
+        argument_(twice ? referenceTo(inner_) : inner_),
+        reference_(VariantRef::kArgument, &argument_) {}
+
+  [[nodiscard]] VARIANT& argument() noexcept { return argument_; }
+  [[nodiscard]] VariantRef& reference() noexcept { return reference_; }
+  [[nodiscard]] const Variant& value() const noexcept { return variable_; }
+  [[nodiscard]] SAFEARRAY* array() const noexcept { return variable_.parray; }
+
+ private:
+  Variant variable_;
+  VARIANT inner_;
+  VARIANT argument_;
+  VariantRef reference_;
+};
+
+/// Runs a test in each way in which a host passes a variable.
+template <class Test>
+void inEveryPassing(const Variant& value, Test&& test) {
+  for (const int way : {0, 1, 2, 3}) {
+    PageVariable variable(value, way % 2 == 1, way >= 2);
+    test(variable);
+  }
+}
+
+/// The number that a step raises, 0 for none.
+template <class Step>
+int raisedBy(Step&& step) {
+  try {
+    step();
+    return 0;
+  } catch (const AutomationError& error) {
+    return error.number();
+  }
+}
+
+}  // namespace quendal::test

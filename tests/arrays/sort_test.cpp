@@ -1,0 +1,205 @@
+// Sort, and the order of values under it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "arrays/array_functions.h"
+#include "arrays/merge_sort.h"
+#include "arrays/sort_in_place.h"
+#include "platform/locale.h"
+#include "platform/sort_key.h"
+#include "tests/arrays/page_arrays.h"
+#include "tests/support/script_object.h"
+
+namespace quendal::test {
+namespace {
+
+constexpr SortOrder kBinary{CompareMode::Binary, false};
+constexpr SortOrder kText{CompareMode::Text, false};
+constexpr SortOrder kTextDown{CompareMode::Text, true};
+
+Variant number(std::int32_t value) { return Variant(value); }
+
+Variant typed64(VARTYPE type, std::int64_t value) {
+  Variant result;
+  result.llVal = value;
+  result.vt = type;
+  return result;
+}
+
+std::string sorted(Variant array, const SortOrder& order, std::int32_t lower = kOwnBound,
+                   std::int32_t upper = kOwnBound) {
+  qSortInPlace(array, lower, upper, order);
+  return shownArray(array);
+}
+
+TEST(Sort, ComparesNumbersByValueAndAnythingElseAsText) {
+  const Object seven = ScriptObject().defaultMember([](auto) { return number(7); }).object();
+  const struct {
+    Variant array;
+    SortOrder order;
+    const char* expected;
+  } rows[] = {
+      {pageArray({number(10), number(9), Variant(9.5), Variant(std::int16_t{-1})}), kText,
+       "[-1 9 9.5 10]"},
+      {pageArray({number(0), Variant(Boolean::True), typed64(VT_CY, -5000), Variant()}), kText,
+       "[True -0.5 0 ~]"},
+      {pageArray({number(1), Variant(), number(-1)}), kTextDown, "[1 ~ -1]"},
+      // What doubles cannot tell apart.
+      {pageArray({typed64(VT_I8, (1LL << 53) + 1), typed64(VT_I8, 1LL << 53),
+                  typed64(VT_I8, (1LL << 53) + 2)}),
+       kText, "[9007199254740992 9007199254740993 9007199254740994]"},
+      {pageArray(
+           {typed64(VT_I8, INT64_MAX), typed64(VT_I8, INT64_MAX - 1), typed64(VT_I8, INT64_MIN)}),
+       kText, "[-9223372036854775808 9223372036854775806 9223372036854775807]"},
+      {of(u"bBaAc"), kText, "[a A b B c]"},
+      {of(u"bBaAc"), kTextDown, "[c b B a A]"},
+      {pageArray({Variant(u"abcde"), Variant(u"abcd"), Variant(), Variant(u"abc"), Variant(u"")}),
+       kBinary, "[~  abc abcd abcde]"},
+      {pageArray({Variant(u"9"), number(10), Variant(), number(-1)}), kBinary, "[-1 ~ 10 9]"},
+      {pageArray({Variant(seven), number(8), number(6)}), kText, "[6 ? 8]"},
+      {of(u"3142", VT_UI1), kText, "[1 2 3 4]"},
+      {of(u"3142", VT_R4), kTextDown, "[4 3 2 1]"},
+      {of(u"dacb", VT_BSTR, 4), kText, "4[a b c d]"},
+      {pageArray({Variant::null()}), kText, "[Null]"}};  // nothing to compare it with
+  for (const auto& row : rows) EXPECT_EQ(sorted(row.array, row.order), row.expected);
+
+  // What is no number comes before all numbers.
+  const Variant array =
+      pageArray({number(-9), Variant(std::numeric_limits<double>::quiet_NaN()), number(-10)});
+  qSortInPlace(array, kOwnBound, kOwnBound, kText);
+  const ArrayView view(array);
+  EXPECT_TRUE(std::isnan(view.at(0).dblVal));
+  EXPECT_EQ(view.at(1).lVal, -10);
+}
+
+TEST(Sort, TakesAPartAndTellsWhatIsWrongWithABound) {
+  EXPECT_EQ(sorted(of(u"edcba"), kText, 1, 3), "[e b c d a]");
+  EXPECT_EQ(sorted(of(u"edcba"), kText, -1, 2), "[c d e b a]");
+  EXPECT_EQ(sorted(of(u"edcba", VT_VARIANT, 10), kText, 13, -1), "10[e d c a b]");
+
+  const struct {
+    Variant value;
+    std::int32_t lower, upper;
+    SortOrder order;
+    const char16_t* message;
+  } rows[] = {
+      {Variant(u"text"), -1, -1, kText, u"The InputArray parameter is not an array."},
+      {Variant::array(nullptr), -1, -1, kText, u"The InputArray is an unallocated array."},
+      {twoDimensions(), -1, -1, kText,
+       u"The InputArray is multi-dimensional. "
+       u"QSortInPlace works only on single-dimensional arrays."},
+      {of(u"cba"), -2, -1, kText, u"The LB parameter is outside the bounds of the InputArray."},
+      {of(u"cba"), 0, 3, kText, u"The UB parameter is outside the bounds of the InputArray."},
+      {of(u"cba"), 2, 1, kText, u"The LB parameter is greater than the UB parameter."},
+      {of(u"cba"), -1, -1, SortOrder{CompareMode{2}, false},
+       u"The CompareMode parameter is neither binary (0) nor text (1)."},
+      {pageArray({Variant(u"b"), Variant::null(), Variant(u"a")}), -1, -1, kText,
+       u"Invalid use of Null"},
+      {pageArray({Variant(u"b"), of(u"a")}), -1, -1, kText, u"Type mismatch"},
+      {pageArray({Variant(u"b"), Variant(Object())}), -1, -1, kText,
+       u"Object variable or With block variable not set"},
+      {pageArray({Variant(u"b"), Variant(ScriptObject().object()), Variant(u"a")}), -1, -1, kText,
+       u"Object doesn't support this property or method"}};
+  ArrayFunctions arrays;
+  for (const auto& row : rows) {
+    PageVariable variable(row.value);
+    try {
+      qSortInPlace(variable.value(), row.lower, row.upper, row.order);
+      ADD_FAILURE() << platform::toUtf8(row.message);
+    } catch (const AutomationError& error) {
+      EXPECT_EQ(error.description(), row.message);
+    }
+    EXPECT_EQ(arrays.sort(variable.reference(), row.lower, row.upper, Boolean::False,
+                          static_cast<std::int32_t>(row.order.mode), Boolean::True),
+              Boolean::False);
+    EXPECT_EQ(shownArray(variable.value()), shownArray(row.value));
+  }
+}
+
+TEST(Sort, AgreesWithAPlainStableSortHoweverTheArrayIsPassed) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 80; ++round) {
+    const bool isText = random() % 2 == 0, isBinary = random() % 2 == 0, isDown = random() % 2 == 0;
+    const VARTYPE type = isText ? VT_BSTR : random() % 2 == 0 ? VT_R8 : VT_I4;
+    const std::size_t size = random() % (round % 4 == 0 ? 2000 : 100);
+    std::vector<Variant> values;
+    for (std::size_t i = 0; i < size; ++i) {
+      std::u16string text(random() % 9, u'k');
+      for (char16_t& unit : text) unit = u"aAbBz"[random() % 5];
+      const double number = static_cast<std::int32_t>(random()) / (type == VT_R8 ? 7.0 : 1.0);
+      values.push_back(isText ? Variant(text) : converted(Variant(number), type));
+    }
+    PageVariable variable(pageArray(values), random() % 2 == 0, random() % 2 == 0);
+    std::ranges::stable_sort(values, [&](const Variant& a, const Variant& b) {
+      if (!isText) return isDown ? doubleOf(a) > doubleOf(b) : doubleOf(a) < doubleOf(b);
+      const std::u16string_view x = viewOf(a.bstrVal), y = viewOf(b.bstrVal);
+      const int order = isBinary ? x.compare(y) : platform::compareTextNoCase(x, y);
+      return isDown ? order > 0 : order < 0;
+    });
+    EXPECT_EQ(ArrayFunctions().sort(variable.reference(), -1, -1, booleanOf(isDown),
+                                    isBinary ? 0 : 1, Boolean::True),
+              Boolean::True);
+    EXPECT_EQ(shownArray(variable.value()), shownArray(pageArray(values)));
+  }
+}
+
+TEST(Sort, LosesNothingInAnOrderThatContradictsItself) {
+  // As numbers 9 < 10, as texts "10" < "5x" < "9".
+  std::vector<Variant> values;
+  for (int i = 0; i < 300; ++i) {
+    values.push_back(number(9 + i % 2));
+    values.emplace_back(u"5x");
+  }
+  const Variant array = pageArray(values);
+  qSortInPlace(array, kOwnBound, kOwnBound, kText);
+  const std::string text = shownArray(array);
+  EXPECT_EQ(std::ranges::count(text, 'x'), 300);
+  EXPECT_EQ(std::ranges::count(text, '9'), 150);
+}
+
+TEST(MergeSort, NeedsNoMoreThanNLogNComparisons) {
+  constexpr int kSize = 1 << 12;
+  const auto comparisons = [](auto valueAt) {
+    std::vector<int> items(kSize);
+    for (int i = 0; i < kSize; ++i) items[static_cast<std::size_t>(i)] = valueAt(i);
+    int count = 0;
+    mergeSort(std::span(items), [&](int a, int b) { return ++count, a < b; });
+    EXPECT_TRUE(std::ranges::is_sorted(items));
+    return count;
+  };
+  std::mt19937 random(3);
+  // Insertion within 16 items costs at most 4 n more.
+  constexpr int kMost = kSize * (12 + 4);
+  EXPECT_LE(comparisons([&](int) { return static_cast<int>(random() % 1000); }), kMost);
+  EXPECT_LE(comparisons([](int i) { return std::min(i, kSize - i); }), kMost);
+  EXPECT_LE(comparisons([](int) { return 1; }), kSize);
+  EXPECT_LE(comparisons([](int i) { return i; }), kSize);
+  EXPECT_LE(comparisons([](int i) { return -i; }), 2 * kSize);
+}
+
+TEST(SortKey, IsInTheOrderOfTheTexts) {
+  const std::u16string_view texts[] = {
+      u"",    u"a",       u"A",           u"b",         u"B a",    u"ba",     u"B-a",
+      u"b_a", u"\u00E9a", u"Ea",          u"eb",        u"10",     u"9",      u"a1",
+      u"A10", u"\u00C9A", u"\u00E4",      u"\u4E2D",    u"\u042F", u"\u044F", u"ae",
+      u"Ab",  u"z",       u"abcdefghijk", u"ABCDEFGHIJ"};
+  const auto keyOf = [](std::u16string_view text) {
+    std::u16string key = u"before";
+    platform::appendSortKey(text, key);
+    return key;
+  };
+  const auto sign = [](int order) { return (order > 0) - (order < 0); };
+  for (const std::u16string_view a : texts) {
+    for (const std::u16string_view b : texts) {
+      EXPECT_EQ(sign(keyOf(a).compare(keyOf(b))), sign(platform::compareTextNoCase(a, b)))
+          << platform::toUtf8(a) << " and " << platform::toUtf8(b);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quendal::test

@@ -1,0 +1,89 @@
+// The order of values.
+#include <gtest/gtest.h>
+
+#include "core/compare.h"
+#include "tests/arrays/page_arrays.h"
+#include "tests/support/script_object.h"
+
+namespace quendal::test {
+namespace {
+
+Variant typed(VARTYPE type, std::int64_t bits) {
+  Variant result;
+  result.llVal = bits;
+  result.vt = type;
+  return result;
+}
+
+Variant gives(ScriptObject::Call call) {
+  return Variant(ScriptObject().defaultMember(std::move(call)).object());
+}
+
+TEST(CompareValues, FollowsTheHostsRules) {
+  const auto n = [](std::int32_t value) { return Variant(value); };
+  const auto t = [](const char16_t* text) { return Variant(text); };
+  const Variant empty, null = Variant::null(), yes(Boolean::True);
+  const Variant two = gives([](auto) { return Variant(2.0); });
+  const Variant unknown = gives([](auto) { return Variant::null(); });
+  constexpr std::int64_t kBig = 1LL << 53;
+  constexpr auto less = std::partial_ordering::less;
+  constexpr auto equal = std::partial_ordering::equivalent;
+  constexpr auto never = std::partial_ordering::unordered;
+  const struct {
+    Variant a, b;
+    std::partial_ordering order;
+  } rows[] = {{n(2), Variant(2.5), less},
+              {yes, n(0), less},
+              {n(2), Variant::date(2.0), equal},
+              {typed(VT_CY, 20000), n(2), equal},
+              {typed(VT_CY, kBig * 999 + 1), typed(VT_CY, kBig * 999 + 2), less},
+              {typed(VT_I8, kBig + 1), typed(VT_I8, kBig + 2), less},
+              {typed(VT_I8, INT64_MAX - 1), typed(VT_UI8, INT64_MAX), less},
+              {typed(VT_UI8, -2), typed(VT_UI8, -1), less},
+              {typed(VT_UI1, 255), typed(VT_UI2, 256), less},
+              {typed(VT_I1, -1), typed(VT_UI4, 0xFFFFFFFF), less},
+              {t(u"ABC"), t(u"abc"), less},
+              {t(u"z"), t(u"\u00E9"), less},
+              {n(2), t(u"1"), less},
+              {Variant(1e300), t(u""), less},
+              {empty, n(2), less},
+              {n(-1), empty, less},
+              {empty, n(0), equal},
+              {empty, t(u"a"), less},
+              {empty, t(u""), equal},
+              {empty, empty, equal},
+              {two, n(2), equal},
+              {two, t(u""), less},
+              {unknown, n(2), never},
+              {null, n(2), never},
+              {null, null, never},
+              {null, Variant(Object()), never},
+              {null, of(u"a"), never},
+              {Variant(std::numeric_limits<double>::quiet_NaN()), n(2), never}};
+  int index = 0;
+  for (const auto& row : rows) {
+    const auto opposite = row.order == less ? std::partial_ordering::greater : row.order;
+    PageVariable variable(row.a, false, true);
+    EXPECT_EQ(compareValues(variable.argument(), row.b), row.order) << index;
+    EXPECT_EQ(compareValues(row.b, row.a), opposite) << index++;
+  }
+}
+
+TEST(CompareValues, FailsWhereTheHostDoes) {
+  const Object self = ScriptObject().object();
+  const std::pair<Variant, int> rows[] = {
+      {of(u"a"), 13},
+      {of(nullptr), 13},
+      {Variant::missing(), 13},
+      {Variant(Object()), 91},
+      {Variant(self), 438},
+      {gives([&](auto) { return Variant(self); }), 438},
+      {gives([](auto) -> Variant { throw AutomationError(1234); }), 1234}};
+  for (const auto& row : rows) {
+    const auto compare = [&] { static_cast<void>(compareValues(row.first, Variant(1.0))); };
+    EXPECT_EQ(raisedBy(compare), row.second);
+  }
+}
+
+}  // namespace
+}  // namespace quendal::test

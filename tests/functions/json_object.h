@@ -1,0 +1,66 @@
+// A `JSON` object called as a page calls it, and values as one readable text.
+#pragma once
+
+#include <string>
+
+#include "core/dictionary.h"
+#include "core/dispatch.h"
+#include "functions/json.h"
+#include "platform/code_page.h"
+
+namespace quendal::test::json {
+
+/// Doubles as numbers, text in apostrophes, "Null", "True", arrays in brackets, dictionaries in
+/// braces; other values by their type's name.
+inline std::string shown(const VARIANT& value) {
+  switch (value.vt) {
+    case VT_R8:
+      return platform::toUtf8(textOf(value));
+    case VT_BSTR:
+      return "'" + platform::toUtf8(viewOf(value.bstrVal)) + "'";
+    case VT_BOOL:
+      return platform::toUtf8(textOf(value));
+    case kVariantArray: {
+      std::string all = "[";
+      forEach(value, [&](const Variant& element) {
+        all += (all.size() == 1 ? "" : " ") + shown(element);
+      });
+      return all + "]";
+    }
+    case VT_DISPATCH: {
+      const auto dictionary = Dictionary::from(Object::from(value));
+      if (!dictionary) break;
+      std::string all = "{";
+      forEach(dictionary->keys(), [&](const Variant& key) {
+        all += (all.size() == 1 ? "" : " ") + platform::toUtf8(textOf(key)) + ":" +
+               shown(dictionary->item(key));
+      });
+      return all + "}";
+    }
+    default:
+      break;
+  }
+  return platform::toUtf8(typeNameOf(value));
+}
+
+inline const Object& object() {
+  static const thread_local Owned<Json> kJson = Owned<Json>::make();
+  static const thread_local Object kObject = kJson.object();
+  return kObject;
+}
+
+/// What a call returns, or "number source: description" of the error.
+template <class Call>
+std::string outcomeOf(Call&& call) {
+  try {
+    return shown(call());
+  } catch (const AutomationError& error) {
+    return std::to_string(error.number()) + " " + platform::toUtf8(error.source()) + ": " +
+           platform::toUtf8(error.description());
+  }
+}
+
+inline Variant decode(std::u16string_view text) { return object().call(u"Decode", text); }
+inline Variant encode(const Variant& value) { return object().call(u"Encode", value); }
+
+}  // namespace quendal::test::json

@@ -1,0 +1,115 @@
+#include "tests/logging/logger_fixture.h"
+
+#include <cstring>
+
+#include "core/apartment.h"
+#include "core/text_tools.h"
+#include "platform/code_page.h"
+#include "system/queries.h"
+
+namespace quendal::test {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xFF\xFE";
+
+/// Reads a server variable; one that is not there is Empty, as the page host answers.
+Variant serverVariableOf(PageContext& page, std::u16string_view name) {
+  page.reads.resize(page.serverVariables.size());
+  for (std::size_t i = 0; i < page.serverVariables.size(); ++i) {
+    if (!equalNoCase(page.serverVariables[i].first, name)) continue;
+    ++page.reads[i];
+    return page.serverVariables[i].second;
+  }
+  return {};
+}
+
+ScriptObject::Next namesOf(PageContext& page) {
+  return [&page, position = std::size_t{0}](Variant& element) mutable {
+    if (position == page.serverVariables.size()) {
+      page.atEnd();
+      return false;
+    }
+    element = page.serverVariables[position++].first;
+    return true;
+  };
+}
+
+}  // namespace
+
+Object PageContext::object(const std::u16string& folder) {
+  const Object variables = ScriptObject()
+                               .defaultMember([this](ScriptObject::Arguments arguments) {
+                                 return serverVariableOf(*this, textOf(arguments[0]));
+                               })
+                               .enumeration([this] { return namesOf(*this); })
+                               .object();
+  const Object server =
+      ScriptObject().member(u"MapPath", [folder](auto) { return Variant(folder); }).object();
+  const Object other = ScriptObject().object();
+  return ScriptObject()
+      .value(u"Session", other)
+      .value(u"Application", other)
+      .value(u"Request", ScriptObject().value(u"ServerVariables", variables).object())
+      .value(u"Response", other)
+      .value(u"Server", server)
+      .object();
+}
+
+Variant referenceTo(Variant& variable) {
+  VARIANT reference;
+  reference.vt = kVariantReference;
+  reference.pvarVal = &variable;
+  return Variant::attach(reference);
+}
+
+LoggerTest::LoggerTest() {
+  createLog(folder / u"log.txt");
+  log.call(u"SetLogPath", folder / u"");
+  log.call(u"SetLogFile", u"log.txt");
+}
+
+LoggerTest::~LoggerTest() { apartment().page = {}; }
+
+void LoggerTest::startPage(PageContext& page) {
+  EXPECT_EQ(platform::createFolder(folder / u"LOGS"), platform::FileError::None);
+  createLog(folder / u"LOGS\\LOG.TXT");
+  log.call(u"OnStartPage", page.object(folder.path()));
+}
+
+void LoggerTest::createLog(std::u16string_view path) {
+  EXPECT_EQ(platform::createFile(path, platform::bytesOf(kByteOrderMark)),
+            platform::FileError::None);
+  path_ = path;
+  seen_ = kByteOrderMark.size();
+}
+
+std::string LoggerTest::written() {
+  const std::string bytes = platform::contentOf(path_);
+  std::u16string text((bytes.size() - seen_) / 2, u'\0');
+  std::memcpy(text.data(), bytes.data() + seen_, text.size() * 2);
+  seen_ = bytes.size();
+  EXPECT_TRUE(text.empty() || text.ends_with(u"\r\n"));
+  return maskedLines(text);
+}
+
+std::string LoggerTest::runTogether(std::string lines) {
+  std::erase(lines, '\n');
+  return lines;
+}
+
+std::string LoggerTest::maskedLines(const Variant& text) {
+  return masked(replaceAll(textOf(text), u"\r\n", u"\n"));
+}
+
+std::string LoggerTest::masked(std::u16string text) {
+  constexpr std::size_t kDateLength = 24;  // 15 Nov 2026 23:34:35.123
+  const std::u16string identity = u" " + system::queryComputerName() + u" " +
+                                  system::queryUserName() + u" " +
+                                  decimalText(system::queryProcessId()) + u" ";
+  for (std::size_t at = text.find(identity, kDateLength); at != text.npos;
+       at = text.find(identity, at))
+    text.replace(at - kDateLength, kDateLength + identity.size(), u"@");
+  return platform::toUtf8(text);
+}
+
+}  // namespace quendal::test

@@ -1,0 +1,19 @@
+// The test program. Called with `--write-log` it is one of several processes that write to one
+// log: see logging/processes_test.cpp.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include "support/apartment_thread.h"
+#include "support/log_writer.h"
+
+int main(int argc, char** argv) {
+  const quendal::test::ApartmentThread apartment;
+  if (argc > 1 && std::string_view(argv[1]) == "--write-log") {
+    if (argc != 6) return 2;
+    return quendal::test::writeLog(argv[2], argv[3], std::atoi(argv[4]), std::atoi(argv[5]));
+  }
+  ::testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,27 @@
+// The same boundary as JScript sees it.
+function show(label, step) {
+  try {
+    WScript.Echo(label + ": " + step());
+  } catch (error) {
+    WScript.Echo(label + ": error " + (error.number & 0xFFFF) + " " + error.description);
+  }
+}
+
+var folder = WScript.Arguments(0) + "\\boundary_js\\";
+var logger = new ActiveXObject("QUENDAL_REPORTS_ASP.LOGGING");
+var functions = new ActiveXObject("QUENDAL_REPORTS_ASP.FUNCTIONS");
+
+show("level", function () { return logger.LogLevel; });
+show("any case", function () { return logger.loglevel; });
+show("no file", function () { return logger.WriteLog(2, "x"); });
+show("no arguments", function () { return logger.WriteLog(); });
+show("no number", function () { return logger.WriteLog("abc", "x"); });
+show("null", function () { return logger.SetLogPath(null); });
+show("object with toString", function () { return logger.SetLogFile({}); });
+logger.SetLogPath(folder);
+logger.SetLogFile("BOUNDARY.TXT");
+show("undefined text", function () { return logger.WriteLog(2, undefined).length > 30; });
+show("number as text", function () { return /1\.5$/.test(logger.WriteLog(2, 1.5)); });
+show("Unicode", function () { logger.Unicode = false; return logger.Unicode; });
+show("a page object", function () { return typeof functions.JSON; });
+show("max", function () { return functions.Max(3, 7, 5); });

@@ -1,0 +1,203 @@
+// Copies, arrays and error information of the automation runtime.
+#include <gtest/gtest.h>
+#include <quendal/automation.h>
+
+#include <initializer_list>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/automation_values.h"
+
+namespace quendal::test {
+namespace {
+
+SAFEARRAY* vectorOf(std::initializer_list<Value> values) {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+  auto* next = static_cast<VARIANT*>(array->pvData);
+  for (const Value& value : values) VariantCopy(next++, value.source());
+  return array;
+}
+
+const VARIANT& element(const VARIANT& array, std::size_t index) {
+  return static_cast<const VARIANT*>(array.parray->pvData)[index];
+}
+
+TEST(Values, CopiesAreDeepAndShareObjects) {
+  Counter counter;
+  {
+    const Value inner = array(vectorOf({text(u"deep"), reference(counter)}));
+    const Value source = array(vectorOf({inner, text(u"a\0b")}));
+    const Value copy(source);
+    const VARIANT& nested = element(copy.value, 0);
+    ASSERT_EQ(nested.vt, VT_ARRAY | VT_VARIANT);
+    EXPECT_NE(nested.parray, element(source.value, 0).parray);
+    EXPECT_EQ(show(element(nested, 0)), "deep");
+    EXPECT_NE(element(nested, 0).bstrVal, element(element(source.value, 0), 0).bstrVal);
+    EXPECT_EQ(element(nested, 1).pdispVal, &counter);
+    EXPECT_EQ(counter.references, 4U);  // its owner, `inner`, `source`, `copy`
+  }
+  EXPECT_EQ(counter.references, 1U);
+}
+
+TEST(Values, CopyThroughAReference) {
+  BSTR string = newText(u"text");
+  SAFEARRAY* array = vectorOf({i4(1), i4(2)});
+  VARIANT reference;
+  VariantInit(&reference);
+  Value copy;
+  reference.vt = VT_BYREF | VT_BSTR;
+  reference.pbstrVal = &string;
+  ASSERT_EQ(VariantCopyInd(&copy.value, &reference), S_OK);
+  EXPECT_EQ(show(copy.value), "text");
+  reference.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+  reference.pparray = &array;
+  ASSERT_EQ(VariantCopyInd(&copy.value, &reference), S_OK);
+  ASSERT_EQ(copy.value.vt, VT_ARRAY | VT_VARIANT);
+  EXPECT_NE(copy.value.parray, array);
+  EXPECT_EQ(show(element(copy.value, 1)), "2");
+  ASSERT_EQ(VariantCopy(&copy.value, &reference), S_OK);  // this one copies the reference
+  EXPECT_EQ(copy.value.pparray, &array);
+  ASSERT_EQ(VariantClear(&reference), S_OK);  // and clearing one leaves what it refers to
+  EXPECT_EQ(readText(string), "text");
+  SysFreeString(string);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
+TEST(Values, StringsCountTheirCharacters) {
+  BSTR string = SysAllocStringLen(wide(u"a\0b"), 3);
+  EXPECT_EQ(SysStringLen(string), 3U);
+  EXPECT_EQ(string[3], u'\0');
+  SysFreeString(string);
+  string = SysAllocString(wide(u"abc"));
+  EXPECT_EQ(SysStringLen(string), 3U);
+  SysFreeString(string);
+  SysFreeString(nullptr);
+  EXPECT_EQ(SysStringLen(nullptr), 0U);
+}
+
+TEST(Arrays, KnowTheirTypeAndBounds) {
+  for (const auto& [type, size] : {std::pair<VARTYPE, ULONG>{VT_I2, 2},
+                                   {VT_I4, 4},
+                                   {VT_R4, 4},
+                                   {VT_R8, 8},
+                                   {VT_CY, 8},
+                                   {VT_DATE, 8},
+                                   {VT_BSTR, sizeof(void*)},
+                                   {VT_DISPATCH, sizeof(void*)},
+                                   {VT_ERROR, 4},
+                                   {VT_BOOL, 2},
+                                   {VT_VARIANT, sizeof(VARIANT)},
+                                   {VT_UNKNOWN, sizeof(void*)},
+                                   {VT_DECIMAL, 16},
+                                   {VT_UI1, 1}}) {
+    SAFEARRAYBOUND bounds[] = {{2, 0}, {3, -1}, {4, 10}};
+    SAFEARRAY* array = SafeArrayCreate(type, 3, bounds);
+    ASSERT_NE(array, nullptr) << type;
+    VARTYPE found = VT_EMPTY;
+    EXPECT_EQ(SafeArrayGetVartype(array, &found), S_OK);
+    EXPECT_EQ(found, type);
+    EXPECT_EQ(array->cbElements, size);
+    EXPECT_EQ(SafeArrayGetDim(array), 3U);
+    LONG lower = 0;
+    LONG upper = 0;
+    EXPECT_EQ(SafeArrayGetLBound(array, 2, &lower), S_OK);
+    EXPECT_EQ(SafeArrayGetUBound(array, 2, &upper), S_OK);
+    EXPECT_EQ(lower, -1);
+    EXPECT_EQ(upper, 1);
+    EXPECT_EQ(SafeArrayGetUBound(array, 3, &upper), S_OK);
+    EXPECT_EQ(upper, 13);
+    EXPECT_EQ(SafeArrayGetUBound(array, 0, &upper), DISP_E_BADINDEX);
+    EXPECT_EQ(SafeArrayGetUBound(array, 4, &upper), DISP_E_BADINDEX);
+    EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+  }
+  SAFEARRAY* none = SafeArrayCreateVector(VT_VARIANT, 0, 0);
+  ASSERT_NE(none, nullptr);
+  LONG upper = 0;
+  EXPECT_EQ(SafeArrayGetUBound(none, 1, &upper), S_OK);
+  EXPECT_EQ(upper, -1);
+  EXPECT_EQ(SafeArrayDestroy(none), S_OK);
+  EXPECT_EQ(SafeArrayCreate(77, 1, nullptr), nullptr);
+}
+
+TEST(Arrays, RedimKeepsContentsAndReleasesTheRest) {
+  Counter counter;
+  SAFEARRAY* array = vectorOf({text(u"first"), reference(counter)});
+  const BSTR first = static_cast<VARIANT*>(array->pvData)[0].bstrVal;
+  SAFEARRAYBOUND bound{1000, 0};
+  ASSERT_EQ(SafeArrayRedim(array, &bound), S_OK);
+  const auto* values = static_cast<const VARIANT*>(array->pvData);
+  EXPECT_EQ(values[0].bstrVal, first);
+  EXPECT_EQ(values[1].pdispVal, &counter);
+  EXPECT_EQ(values[2].vt, VT_EMPTY);
+  EXPECT_EQ(values[999].vt, VT_EMPTY);
+  bound.cElements = 1;
+  ASSERT_EQ(SafeArrayRedim(array, &bound), S_OK);
+  EXPECT_EQ(counter.references, 1U);
+  EXPECT_EQ(show(static_cast<const VARIANT*>(array->pvData)[0]), "first");
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+
+  // Only the last dimension changes; the elements before it stay where they are.
+  SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
+  array = SafeArrayCreate(VT_I2, 2, bounds);
+  for (int i = 0; i < 4; ++i) static_cast<short*>(array->pvData)[i] = static_cast<short>(i + 1);
+  SAFEARRAYBOUND last{3, 5};
+  ASSERT_EQ(SafeArrayRedim(array, &last), S_OK);
+  LONG upper = 0;
+  EXPECT_EQ(SafeArrayGetUBound(array, 1, &upper), S_OK);
+  EXPECT_EQ(upper, 1);
+  EXPECT_EQ(SafeArrayGetUBound(array, 2, &upper), S_OK);
+  EXPECT_EQ(upper, 7);
+  const auto* numbers = static_cast<const short*>(array->pvData);
+  EXPECT_EQ(std::vector<int>(numbers, numbers + 6), (std::vector<int>{1, 2, 3, 4, 0, 0}));
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
+TEST(Arrays, LocksHold) {
+  SAFEARRAY* array = vectorOf({i4(1)});
+  void* data = nullptr;
+  ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
+  EXPECT_EQ(data, array->pvData);
+  SAFEARRAYBOUND bound{5, 0};
+  EXPECT_EQ(SafeArrayRedim(array, &bound), DISP_E_ARRAYISLOCKED);
+  EXPECT_EQ(SafeArrayDestroy(array), DISP_E_ARRAYISLOCKED);
+  EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
+  EXPECT_EQ(SafeArrayUnaccessData(array), E_UNEXPECTED);
+  EXPECT_EQ(SafeArrayRedim(array, &bound), S_OK);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
+TEST(ErrorInformation, IsKeptOncePerThread) {
+  ICreateErrorInfo* created = nullptr;
+  ASSERT_EQ(CreateErrorInfo(&created), S_OK);
+  created->SetSource(const_cast<LPOLESTR>(wide(u"source")));
+  created->SetDescription(const_cast<LPOLESTR>(wide(u"description")));
+  void* made = nullptr;
+  ASSERT_EQ(created->QueryInterface(IID_IErrorInfo, &made), S_OK);
+  auto* info = static_cast<IErrorInfo*>(made);
+  ASSERT_EQ(SetErrorInfo(0, info), S_OK);
+  info->Release();
+  created->Release();
+
+  HRESULT elsewhere = S_OK;
+  std::thread([&] {
+    IErrorInfo* none = nullptr;
+    elsewhere = GetErrorInfo(0, &none);
+  }).join();
+  EXPECT_EQ(elsewhere, S_FALSE);
+  IErrorInfo* found = nullptr;
+  ASSERT_EQ(GetErrorInfo(0, &found), S_OK);
+  BSTR string = nullptr;
+  EXPECT_EQ(found->GetSource(&string), S_OK);
+  EXPECT_EQ(readText(string), "source");
+  SysFreeString(string);
+  EXPECT_EQ(found->GetDescription(&string), S_OK);
+  EXPECT_EQ(readText(string), "description");
+  SysFreeString(string);
+  EXPECT_EQ(found->Release(), 0U);
+  EXPECT_EQ(GetErrorInfo(0, &found), S_FALSE);  // it is handed out once
+}
+
+}  // namespace
+}  // namespace quendal::test

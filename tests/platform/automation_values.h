@@ -1,0 +1,167 @@
+// Values for tests of the automation runtime, through its own functions alone, so that the same
+// tests hold for the system's.
+#pragma once
+
+#include <quendal/automation.h>
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace quendal::test {
+
+inline const OLECHAR* wide(std::u16string_view text) {
+  return reinterpret_cast<const OLECHAR*>(text.data());
+}
+
+inline BSTR newText(std::u16string_view text) {
+  return SysAllocStringLen(wide(text), static_cast<UINT>(text.size()));
+}
+
+// The characters of a BSTR, those beyond ASCII as "?".
+inline std::string readText(BSTR text) {
+  std::string read;
+  for (UINT i = 0; i < SysStringLen(text); ++i) {
+    read += text[i] < 0x80 ? static_cast<char>(text[i]) : '?';
+  }
+  return read;
+}
+
+// A VARIANT that owns what it holds.
+class Value {
+ public:
+  Value() { VariantInit(&value); }
+  Value(const Value& other) : Value() { VariantCopy(&value, other.source()); }
+  Value& operator=(const Value&) = delete;
+  ~Value() { VariantClear(&value); }
+
+  // As the functions take it, which on some systems do not promise to leave it alone.
+  [[nodiscard]] VARIANT* source() const { return const_cast<VARIANT*>(&value); }
+
+  VARIANT value;
+};
+
+template <class Field, class Content>
+Value make(VARTYPE type, Field VARIANT::*field, Content content) {
+  Value made;
+  made.value.*field = static_cast<Field>(content);
+  made.value.vt = type;
+  return made;
+}
+
+inline Value empty() { return {}; }
+inline Value null() { return make(VT_NULL, &VARIANT::lVal, 0); }
+inline Value i2(int n) { return make(VT_I2, &VARIANT::iVal, n); }
+inline Value i4(long long n) { return make(VT_I4, &VARIANT::lVal, n); }
+inline Value i8(long long n) { return make(VT_I8, &VARIANT::llVal, n); }
+inline Value ui1(unsigned n) { return make(VT_UI1, &VARIANT::bVal, n); }
+inline Value ui8(unsigned long long n) { return make(VT_UI8, &VARIANT::ullVal, n); }
+inline Value r4(float n) { return make(VT_R4, &VARIANT::fltVal, n); }
+inline Value r8(double n) { return make(VT_R8, &VARIANT::dblVal, n); }
+inline Value cy(long long tenThousandths) { return make(VT_CY, &VARIANT::llVal, tenThousandths); }
+inline Value date(double n) { return make(VT_DATE, &VARIANT::date, n); }
+inline Value boolean(bool b) { return make(VT_BOOL, &VARIANT::boolVal, b ? -1 : 0); }
+inline Value error(SCODE code) { return make(VT_ERROR, &VARIANT::scode, code); }
+inline Value text(std::u16string_view characters) {
+  return make(VT_BSTR, &VARIANT::bstrVal, newText(characters));
+}
+inline Value array(SAFEARRAY* taken) {
+  return make(VT_ARRAY | VT_VARIANT, &VARIANT::parray, taken);
+}
+inline Value decimal(ULONG high, unsigned long long low, int scale, bool negative) {
+  Value made;
+  made.value.decVal.Hi32 = high;
+  made.value.decVal.Lo64 = low;
+  made.value.decVal.scale = static_cast<BYTE>(scale);
+  made.value.decVal.sign = negative ? 0x80 : 0;
+  made.value.vt = VT_DECIMAL;
+  return made;
+}
+
+// A scalar as text, independent of the conversions under test.
+inline std::string show(const VARIANT& value) {
+  char buffer[64];
+  const auto print = [&](const char* format, auto content) {
+    std::snprintf(buffer, sizeof(buffer), format, content);
+    return std::string(buffer);
+  };
+  switch (value.vt) {
+    case VT_EMPTY:
+      return "Empty";
+    case VT_NULL:
+      return "Null";
+    case VT_I1:
+      return print("%d", static_cast<int>(value.cVal));
+    case VT_UI1:
+      return print("%d", static_cast<int>(value.bVal));
+    case VT_I2:
+    case VT_BOOL:
+      return print("%d", static_cast<int>(value.iVal));
+    case VT_UI2:
+      return print("%d", static_cast<int>(value.uiVal));
+    case VT_I4:
+    case VT_INT:
+      return print("%d", static_cast<int>(value.lVal));
+    case VT_UI4:
+    case VT_UINT:
+      return print("%u", static_cast<unsigned>(value.ulVal));
+    case VT_I8:
+    case VT_CY:
+      return std::to_string(value.llVal);
+    case VT_UI8:
+      return std::to_string(value.ullVal);
+    case VT_R4:
+      return print("%.9g", static_cast<double>(value.fltVal));
+    case VT_R8:
+    case VT_DATE:
+      return print("%.17g", value.dblVal);
+    case VT_BSTR:
+      return readText(value.bstrVal);
+    case VT_DECIMAL:
+      return (value.decVal.sign != 0 ? "-" : "") + std::to_string(value.decVal.Lo64) + "/" +
+             std::to_string(value.decVal.scale);
+    default:
+      return print("type %d", static_cast<int>(value.vt));
+  }
+}
+
+// An object whose default value is a number, or an error.
+class Counter final : public IDispatch {
+ public:
+  explicit Counter(HRESULT answer = S_OK) : answer_(answer) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+    *object = nullptr;
+    if (!(iid == IID_IUnknown) && !(iid == IID_IDispatch)) return E_NOINTERFACE;
+    *object = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+  ULONG STDMETHODCALLTYPE Release() override { return --references; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*,
+                                   VARIANT* result, EXCEPINFO*, UINT*) override {
+    if (id != DISPID_VALUE || (flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
+    if (FAILED(answer_)) return answer_;
+    result->vt = VT_I4;
+    result->lVal = 42;
+    return S_OK;
+  }
+
+  ULONG references = 1;
+
+ private:
+  HRESULT answer_;
+};
+
+inline Value reference(Counter& object) {
+  object.AddRef();
+  return make(VT_DISPATCH, &VARIANT::pdispVal, &object);
+}
+
+}  // namespace quendal::test

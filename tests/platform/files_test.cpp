@@ -1,0 +1,147 @@
+#include "platform/files.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "tests/platform/log_race.h"
+#include "tests/platform/temp_folder.h"
+
+namespace quendal::platform {
+namespace {
+
+using namespace std::literals;
+
+TEST(FilesTest, ErrorsOfPathsAreTheSameForEveryOperation) {
+  const TempFolder folder;
+  ASSERT_EQ(createFile(folder / u"file", bytesOf("x")), FileError::None);
+  ASSERT_EQ(createFolder(folder / u"sub"), FileError::None);
+  struct Case {
+    std::u16string path;
+    FileError append, create, folder;
+  };
+  using enum FileError;
+  const Case cases[] = {
+      {u"", BadFileName, BadFileName, BadFileName},
+      {folder / u"a\0b"sv, BadFileName, BadFileName, BadFileName},
+      {folder / std::u16string(256, u'n'), BadFileName, BadFileName, BadFileName},
+      {folder / std::u16string(5000, u'/'), BadFileName, BadFileName, BadFileName},
+      {folder / u"none", NotFound, None, AlreadyExists},
+      {folder / u"none\\deeper", PathNotFound, PathNotFound, PathNotFound},
+      {folder / u"missing\\none", PathNotFound, PathNotFound, PathNotFound},
+      {folder / u"missing/none", PathNotFound, PathNotFound, PathNotFound},
+      {folder / u"sub", PermissionDenied, AlreadyExists, None},
+      {folder / u"sub\\", PathNotFound, PathNotFound, None},
+      {folder / u"file", None, AlreadyExists, AlreadyExists},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::filesystem::path(c.path.substr(0, 120)).string());
+    std::vector<std::byte> bytes(1);
+    EXPECT_EQ(appendToFile(c.path, bytesOf("y")), c.append);
+    EXPECT_EQ(readFile(c.path, bytes), c.append);
+    EXPECT_EQ(bytes.empty(), c.append != None);
+    EXPECT_EQ(createFile(c.path, bytesOf("z")), c.create);
+    EXPECT_EQ(createFolder(c.path), c.folder);
+  }
+  EXPECT_EQ(contentOf(folder / u"file"), "xy");
+}
+
+TEST(FilesTest, CreatesWithItsHeadAndLeavesNothingBeside) {
+  const TempFolder folder;
+  EXPECT_EQ(createFile(folder / u"log", bytesOf("\xFF\xFE")), FileError::None);
+  EXPECT_EQ(createFile(folder / u"log", bytesOf("other")), FileError::AlreadyExists);
+  EXPECT_EQ(createFile(folder / u"empty", {}), FileError::None);
+  EXPECT_EQ(appendToFile(folder / u"log", bytesOf("\x41\0\r\0\n\0"sv)), FileError::None);
+  EXPECT_EQ(appendToFile(folder / u"log", {}), FileError::None);
+  EXPECT_EQ(contentOf(folder / u"log"), "\xFF\xFE\x41\0\r\0\n\0"sv);
+  EXPECT_EQ(lookAt(folder / u"log").size, 8);
+  EXPECT_EQ(lookAt(folder / u"empty").size, 0);
+  EXPECT_EQ(listFiles(folder.path()).size(), 2u);
+}
+
+TEST(FilesTest, ReadsWhatIsLargerThanOneBuffer) {
+  const TempFolder folder;
+  std::string content(3'000'000, 'a');
+  for (std::size_t i = 0; i < content.size(); ++i) content[i] = static_cast<char>(i * 31 >> 3);
+  ASSERT_EQ(createFile(folder / u"large", bytesOf(content)), FileError::None);
+  EXPECT_TRUE(contentOf(folder / u"large") == content);
+}
+
+TEST(FilesTest, NamesOutsideAsciiAndWithTrailingBlanks) {
+  const TempFolder folder;
+  std::vector<std::u16string> names = {u"page.asp", u"Gr\u00FC\u00DFe \u03A9", u"\U0001F600"};
+  for (const std::u16string& name : names) {
+    ASSERT_EQ(createFile(folder / name, {}), FileError::None);
+    EXPECT_TRUE(fileExists(folder / name));
+    EXPECT_TRUE(fileExists((folder / name) + u"  "));
+    EXPECT_FALSE(fileExists((folder / name) + u"\t"));
+  }
+  ASSERT_EQ(createFolder(folder / u"sub"), FileError::None);
+  EXPECT_TRUE(lookAt(folder / u"sub").isFolder);
+  EXPECT_FALSE(fileExists(folder / u"sub"));
+  EXPECT_FALSE(fileExists(folder / u"  "));
+  EXPECT_FALSE(fileExists(u""));
+  std::vector<std::u16string> listed = listFiles(folder.path());
+  std::sort(names.begin(), names.end());
+  std::sort(listed.begin(), listed.end());
+  EXPECT_TRUE(listed == names);
+  EXPECT_TRUE(listFiles(folder / u"\\") == listFiles(folder.path()));
+  EXPECT_TRUE(listFiles(folder / u"missing").empty());
+  EXPECT_TRUE(listFiles(u"").empty());
+}
+
+TEST(FilesTest, RenameNeverReplaces) {
+  const TempFolder folder;
+  ASSERT_EQ(createFile(folder / u"log", bytesOf("new")), FileError::None);
+  ASSERT_EQ(createFile(folder / u"archive", bytesOf("old")), FileError::None);
+  EXPECT_EQ(renameFile(folder / u"log", folder / u"archive"), FileError::AlreadyExists);
+  EXPECT_EQ(renameFile(folder / u"log", folder / u"missing\\log"), FileError::PathNotFound);
+  EXPECT_EQ(renameFile(folder / u"none", folder / u"other"), FileError::NotFound);
+  EXPECT_EQ(renameFile(folder / u"missing\\log", folder / u"other"), FileError::PathNotFound);
+  EXPECT_EQ(renameFile(folder / u"log", u""), FileError::BadFileName);
+  EXPECT_EQ(contentOf(folder / u"log"), "new");
+  EXPECT_EQ(contentOf(folder / u"archive"), "old");
+  EXPECT_EQ(renameFile(folder / u"log", folder / u"archive2"), FileError::None);
+  EXPECT_EQ(contentOf(folder / u"archive2"), "new");
+  EXPECT_FALSE(lookAt(folder / u"log").exists);
+}
+
+TEST(FilesTest, AbsolutePaths) {
+  std::u16string current = absolutePath(u".");
+  ASSERT_FALSE(current.empty());
+  ASSERT_NE(current.back(), u'\\');
+  const std::u16string drive = current.substr(0, current.find(u'\\'));  // none on POSIX
+  const struct {
+    std::u16string path, absolute;
+  } cases[] = {
+      {u"a", current + u"\\a"},
+      {u"a/b\\.\\c\\..\\d", current + u"\\a\\b\\d"},
+      {u"logs\\", current + u"\\logs\\"},
+      {u"logs\\\\x//y", current + u"\\logs\\x\\y"},
+      {u"\\a\\b\\", drive + u"\\a\\b\\"},
+      {u"/a/..", drive + u"\\"},
+      {u"\\..\\..\\a", drive + u"\\a"},
+      {u"\\\\server\\share\\a\\..\\b", u"\\\\server\\share\\b"},
+      {u"\\\\server\\share\\..\\..\\b\\", u"\\\\server\\share\\b\\"},
+      {u"", u""},
+      {std::u16string(u"a\0b", 3), u""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_TRUE(absolutePath(c.path) == c.absolute)
+        << std::filesystem::path(c.path).string() << " gave "
+        << std::filesystem::path(absolutePath(c.path)).string();
+  }
+}
+
+TEST(FilesTest, ThreadsThatAppendAndRollOverAtOnceLoseNothing) {
+  const TempFolder folder;
+  const LogRace race{folder.path(), 400};
+  std::vector<std::thread> threads;
+  for (char writer = 'A'; writer < 'A' + 4; ++writer) {
+    threads.emplace_back([&race, writer] { EXPECT_EQ(race.write(writer), FileError::None); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  race.expectAll("ABCD");
+}
+
+}  // namespace
+}  // namespace quendal::platform

@@ -1,0 +1,228 @@
+// The parts of the automation runtime that are this home's own: depth, sizes, odd texts.
+#include <gtest/gtest.h>
+#include <pthread.h>
+#include <quendal/automation.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "platform/automation_values.h"
+#include "platform/dictionary_abi.h"
+#include "platform/dispatch.h"
+#include "platform/posix/automation/civil_date.h"
+#include "platform/posix/automation/date_text.h"
+#include "platform/posix/automation/number_text.h"
+
+namespace quendal::test {
+namespace {
+
+constexpr int kDeep = 100000;
+
+// Runs on a thread with a stack as small as a server gives its workers.
+void onSmallStack(const std::function<void()>& body) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
+  pthread_t thread;
+  const auto run = [](void* given) -> void* {
+    (*static_cast<const std::function<void()>*>(given))();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&body)),
+            0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
+
+// Wraps a value, taking it over, in an array.
+VARIANT inArray(const VARIANT& value) {
+  VARIANT wrapped;
+  VariantInit(&wrapped);
+  wrapped.vt = VT_ARRAY | VT_VARIANT;
+  wrapped.parray = SafeArrayCreateVector(VT_VARIANT, 0, 1);
+  *static_cast<VARIANT*>(wrapped.parray->pvData) = value;
+  return wrapped;
+}
+
+VARIANT objectOf(Counter& counter) {
+  VARIANT object = reference(counter).value;
+  counter.AddRef();  // for the copy, which outlives the temporary
+  return object;
+}
+
+TEST(PosixAutomation, DeepArraysAreCopiedAndDestroyedWithoutDeepCalls) {
+  Counter counter;
+  onSmallStack([&] {
+    VARIANT chain = objectOf(counter);
+    for (int level = 0; level < kDeep; ++level) chain = inArray(chain);
+    Value copy;
+    EXPECT_EQ(VariantCopy(&copy.value, &chain), S_OK);
+    EXPECT_EQ(counter.references, 3U);
+    EXPECT_EQ(VariantClear(&chain), S_OK);
+    EXPECT_EQ(counter.references, 2U);
+  });
+  EXPECT_EQ(counter.references, 1U);
+}
+
+TEST(PosixAutomation, DeepDictionariesAreDestroyedWithoutDeepCalls) {
+  Counter counter;
+  onSmallStack([&] {
+    VARIANT chain = objectOf(counter);
+    for (int level = 0; level < kDeep; ++level) {
+      if (level % 2 == 0) chain = inArray(chain);
+      auto* dictionary = static_cast<platform::IDictionary*>(platform::newDictionary());
+      EXPECT_EQ(dictionary->Add(i4(1).source(), &chain), S_OK);
+      EXPECT_EQ(VariantClear(&chain), S_OK);
+      chain.vt = VT_DISPATCH;
+      chain.pdispVal = dictionary;
+    }
+    EXPECT_EQ(VariantClear(&chain), S_OK);
+  });
+  EXPECT_EQ(counter.references, 1U);
+}
+
+TEST(PosixAutomation, RefusesSizesThatNoArrayHas) {
+  SAFEARRAYBOUND wide[] = {{0xFFFFFFFF, 0}, {0xFFFFFFFF, 0}, {0xFFFFFFFF, 0}};
+  EXPECT_EQ(SafeArrayCreate(VT_VARIANT, 3, wide), nullptr);
+  EXPECT_EQ(SafeArrayCreateVector(VT_VARIANT, 0, 0x7FFFFFFF), nullptr);
+  EXPECT_EQ(SafeArrayCreateVector(VT_UI1, std::numeric_limits<LONG>::max(), 2), nullptr);
+  EXPECT_EQ(SafeArrayCreate(VT_I4, 0, wide), nullptr);
+  SAFEARRAYBOUND withNone[] = {{0xFFFFFFFF, 0}, {0, 0}};
+  EXPECT_EQ(SafeArrayCreate(VT_VARIANT, 2, withNone), nullptr);
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 1);
+  SAFEARRAYBOUND bound{0x7FFFFFFF, 0};
+  EXPECT_EQ(SafeArrayRedim(array, &bound), E_OUTOFMEMORY);
+  array->fFeatures |= FADF_FIXEDSIZE;
+  bound.cElements = 2;
+  EXPECT_EQ(SafeArrayRedim(array, &bound), DISP_E_ARRAYISLOCKED);
+  LONG upper = -1;
+  EXPECT_EQ(SafeArrayGetUBound(array, 1, &upper), S_OK);
+  EXPECT_EQ(upper, 0);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+  EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFF), nullptr);
+}
+
+TEST(PosixAutomation, GrowingByOneMovesFewBytes) {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, 0);
+  const void* block = array->pvData;
+  int moves = 0;
+  for (ULONG count = 1; count <= 10000; ++count) {
+    SAFEARRAYBOUND bound{count, 0};
+    ASSERT_EQ(SafeArrayRedim(array, &bound), S_OK);
+    if (array->pvData != block) ++moves;
+    block = array->pvData;
+  }
+  EXPECT_LT(moves, 60);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+}
+
+TEST(PosixAutomation, EndlessReferencesEnd) {
+  VARIANT loop;
+  VariantInit(&loop);
+  loop.vt = VT_BYREF | VT_VARIANT;
+  loop.pvarVal = &loop;
+  Value target;
+  EXPECT_EQ(VariantCopyInd(&target.value, &loop), E_INVALIDARG);
+  EXPECT_EQ(VariantChangeTypeEx(&target.value, &loop, 0, 0, VT_I4), E_INVALIDARG);
+  loop.pvarVal = nullptr;
+  EXPECT_EQ(VariantCopyInd(&target.value, &loop), E_INVALIDARG);
+}
+
+// The C library's own rounding is the oracle.
+TEST(PosixAutomation, RealTextIsCorrectlyRounded) {
+  std::mt19937_64 random(20050305);
+  for (int i = 0; i < 200000; ++i) {
+    double value = 0;
+    const std::uint64_t bits = random();
+    if (i % 2 == 0) {
+      std::memcpy(&value, &bits, sizeof(value));
+      if (!std::isfinite(value)) continue;
+    } else {
+      value = static_cast<double>(bits % 1000000000) / std::pow(10.0, i % 12);
+    }
+    char expected[64];
+    std::snprintf(expected, sizeof(expected), "%.15G", value);
+    const platform::NumberText written = platform::realText(value, 15);
+    const std::string shown(written.view().begin(), written.view().end());
+    ASSERT_EQ(shown, expected);
+    const auto read = platform::parseNumber(written.view());
+    ASSERT_TRUE(read);
+    ASSERT_EQ(platform::toReal(*read), std::strtod(expected, nullptr)) << expected;
+  }
+}
+
+TEST(PosixAutomation, LongNumeralsAreReadExactly) {
+  for (const char* numeral :
+       {"9007199254740993", "9007199254740992.99999999999999999999999999999999999999999",
+        "9007199254740993.00000000000000000000000000000000000000000000000001",
+        "0.1000000000000000055511151231257827021181583404541015625", "2.2250738585072011e-308",
+        "1.7976931348623158e308", "4.9e-324",
+        "123456789012345678901234567890123456789012345e-40"}) {
+    const std::string narrow(numeral);
+    const auto read = platform::parseNumber(std::u16string(narrow.begin(), narrow.end()));
+    ASSERT_TRUE(read) << numeral;
+    EXPECT_EQ(platform::toReal(*read), std::strtod(numeral, nullptr)) << numeral;
+  }
+}
+
+TEST(PosixAutomation, EveryDayHasItsDate) {
+  platform::CivilDate previous{99, 12, 31};
+  for (int day = platform::kFirstDay; day <= platform::kLastDay; ++day) {
+    const platform::CivilDate date = platform::dateOf(day);
+    ASSERT_TRUE(platform::isCivilDate(date));
+    ASSERT_EQ(platform::daysOf(date), day);
+    ASSERT_TRUE(date.day == previous.day + 1 ||
+                (date.day == 1 && (date.month == previous.month + 1 ||
+                                   (date.month == 1 && date.year == previous.year + 1))));
+    previous = date;
+  }
+  EXPECT_EQ(previous.year, 9999);
+  platform::DateParts parts;
+  EXPECT_TRUE(platform::splitDate(2958465.9999999, parts));
+  EXPECT_EQ(parts.date.year, 9999);
+  EXPECT_TRUE(platform::splitDate(-1.9999999, parts));
+  EXPECT_EQ(parts.days, 0);
+  EXPECT_FALSE(platform::splitDate(std::nan(""), parts));
+  EXPECT_FALSE(platform::splitDate(std::numeric_limits<double>::infinity(), parts));
+}
+
+TEST(PosixAutomation, DateTextIsStrictButNumbersConvert) {
+  double moment = 0;
+  EXPECT_TRUE(platform::parseDateText(u"2005-03-05T14:30:00", moment));
+  EXPECT_EQ(moment, 38416 + 52200 / 86400.0);
+  for (const char16_t* wrong : {u"45000.5", u"38416", u"-1", u"1.5", u"2005-03-05T", u"T14:30",
+                                u"2005-03-05T14:30:00Z", u"3/5/2005,", u",3/5/2005"}) {
+    EXPECT_FALSE(platform::parseDateText(wrong, moment)) << show(text(wrong).value);
+  }
+  Value target;
+  ASSERT_EQ(VariantChangeTypeEx(&target.value, text(u"45000.5").source(), 0, 0, VT_DATE), S_OK);
+  EXPECT_EQ(target.value.date, 45000.5);
+}
+
+// Any text made of the pieces of dates and numbers either converts or is refused.
+TEST(PosixAutomation, OddTextsDoNoHarm) {
+  const std::u16string_view pieces[] = {
+      u"1",     u"31",  u"2005", u"/", u"-",  u":", u",", u" ", u"T",      u"PM",    u"AM",
+      u"March", u"Sat", u".",    u"e", u"&H", u"(", u")", u"$", u"\u00A0", u"99999", u"0"};
+  std::mt19937 random(7);
+  for (int i = 0; i < 200000; ++i) {
+    std::u16string made;
+    for (auto length = random() % 9; length > 0; --length) {
+      made += pieces[random() % std::size(pieces)];
+    }
+    double moment = 0;
+    if (platform::parseDateText(made, moment)) {
+      ASSERT_TRUE(platform::isDate(moment));
+    }
+    const auto number = platform::parseNumber(made);
+    if (number) static_cast<void>(platform::toReal(*number));
+  }
+}
+
+}  // namespace
+}  // namespace quendal::test

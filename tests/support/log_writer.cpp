@@ -1,0 +1,33 @@
+#include "support/log_writer.h"
+
+#include <chrono>
+#include <thread>
+
+#include "core/text_tools.h"
+#include "logging/logging.h"
+#include "platform/code_page.h"
+
+namespace quendal::test {
+
+int writeLog(const char* folder, const char* name, int count, int rolloverBytes) {
+  const Object logger = Owned<Logging>::make().object();
+  logger.call(u"SetLogPath", platform::fromUtf8(folder) + u"\\");
+  logger.call(u"SetLogFile", u"LOG.TXT");
+  logger.put(u"RolloverBytes", std::int32_t{rolloverBytes});
+  const std::u16string prefix = platform::fromUtf8(name) + u"-";
+  constexpr int kTries = 10'000;
+  for (int i = 1; i <= count; ++i) {
+    for (int attempt = 0;; ++attempt) {
+      try {
+        logger.call(u"WriteLog", std::int16_t{2}, prefix + decimalText(i) + u".");
+        break;
+      } catch (const AutomationError&) {  // lost a race: the page repeats the call
+        if (attempt == kTries) return 1;
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
+      }
+    }
+  }
+  return 0;
+}
+
+}  // namespace quendal::test

@@ -1,0 +1,8 @@
+#include "support/apartment_thread.h"
+
+namespace quendal::test {
+
+ApartmentThread::ApartmentThread() = default;
+ApartmentThread::~ApartmentThread() {}
+
+}  // namespace quendal::test

@@ -1,0 +1,189 @@
+// The reader of version resources where it must not trust the file.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+
+#include "platform/posix/pe_image.h"
+#include "platform/posix/version_block.h"
+#include "tests/platform/temp_folder.h"
+#include "tests/support/memory_bytes.h"
+#include "tests/support/pe_builder.h"
+#include "versioninfo/version_record.h"
+
+namespace quendal::platform {
+namespace {
+
+using test::Bytes;
+using test::PeKind;
+
+constexpr std::size_t kFirstChild = 40 + 52;  // in a block, behind the fixed record
+
+Bytes soundBlock() {
+  return versionBlock(test::VersionParts{.translations = {0x04B00409},
+                                         .tables = {{u"040904B0", {{u"CompanyName", u"Works"}}}}});
+}
+
+Bytes soundImage(PeKind kind = PeKind::Pe32) { return peImage(kind, {{0x0409, soundBlock()}}); }
+
+std::uint16_t english() { return 0x0409; }
+
+std::u16string companyOf(Bytes block) {
+  const auto record = versioninfo::versionRecord(VersionBlock(std::move(block)));
+  return std::u16string(record.value(VersionString::CompanyName));
+}
+
+Bytes firstBytes(const Bytes& bytes, std::size_t size) {
+  return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
+}
+
+TEST(VersionReaderTest, EveryTruncationGivesNoMoreThanTheFileHolds) {
+  const std::u16string_view whole = u"Works";
+  for (const PeKind kind : {PeKind::Pe32, PeKind::Pe32Plus}) {
+    const Bytes image = soundImage(kind);
+    for (std::size_t size = 0; size <= image.size(); ++size) {
+      const Bytes cut = firstBytes(image, size);
+      test::MemoryBytes source(cut);
+      EXPECT_TRUE(whole.starts_with(companyOf(readVersionBlock(source, english)))) << size;
+    }
+  }
+  const Bytes block = soundBlock();
+  for (std::size_t size = 0; size <= block.size(); ++size) {
+    EXPECT_TRUE(whole.starts_with(companyOf(firstBytes(block, size)))) << size;
+  }
+}
+
+TEST(VersionReaderTest, EverySpoiltByteIsSurvivedAtLittleCost) {
+  const Bytes image = soundImage();
+  for (std::size_t at = 0; at < image.size(); ++at) {
+    for (const unsigned value : {0x00u, 0x01u, 0x7Fu, 0x80u, 0xFFu}) {
+      Bytes spoilt = image;
+      spoilt[at] = static_cast<std::byte>(value);
+      test::MemoryBytes source(spoilt);
+      (void)companyOf(readVersionBlock(source, english));
+      EXPECT_LT(source.bytesAsked(), 6 * image.size() + kLongestVersionBlock) << at << ' ' << value;
+    }
+  }
+}
+
+TEST(VersionReaderTest, LyingImagesHaveNoVersion) {
+  constexpr std::uint32_t kDirectory = 0x80000000;
+  constexpr std::size_t kDataEntry = test::kFirstLanguage + 8;
+  const struct {
+    const char* what;
+    std::size_t offset;
+    std::uint32_t value;
+  } cases[] = {
+      {"types lead back to the types", test::kVersionType + 4, kDirectory},
+      {"names lead back to the names", test::kVersionName + 4, kDirectory | 32},
+      {"types lead to data", test::kVersionType + 4, 32},
+      {"languages lead to a directory", test::kFirstLanguage + 4, kDirectory | 80},
+      {"names lie beyond the file", test::kVersionType + 4, 0xFFFFFFFF},
+      {"data entry lies beyond the file", test::kFirstLanguage + 4, 0x7FFFFFFF},
+      {"data lies in no section", kDataEntry, 0x00100000},
+      {"data lies at the end of memory", kDataEntry, 0xFFFFFFFF},
+      {"data is empty", kDataEntry + 4, 0},
+      {"file header lies beyond the file", 0x3C, 0xFFFFFFF0},
+      {"other kind of optional header", test::kOptionalHeader, 0x0107},
+      {"two directories", test::kOptionalHeader + 92, 2},
+      {"no resources", test::kOptionalHeader + 96 + 16, 0},
+  };
+  for (const auto& c : cases) {
+    Bytes image = soundImage();
+    test::put32(image, c.offset, c.value);
+    test::MemoryBytes source(image);
+    EXPECT_TRUE(readVersionBlock(source, english).empty()) << c.what;
+  }
+}
+
+TEST(VersionReaderTest, LyingLengthsLoseOnlyWhatTheyCover) {
+  const struct {
+    const char* what;
+    std::size_t offset;
+    std::uint16_t value;
+    bool fixedInfo;
+    std::u16string_view company;
+  } cases[] = {
+      {"nothing", 4, 0, true, u"Works"},
+      {"root longer than the block", 0, 0xFFFF, true, u"Works"},
+      {"root shorter than its head", 0, 5, false, u""},
+      {"root ends in the fixed record", 0, 60, false, u""},
+      {"root ends after the fixed record", 0, kFirstChild, true, u""},
+      {"value longer than the root", 2, 0xFFFF, true, u""},
+      {"fixed record too short", 2, 51, false, u"Works"},
+      {"first child has no length", kFirstChild, 0, true, u""},
+      {"first child has the length of its head", kFirstChild, 6, true, u""},
+      {"first child longer than the root", kFirstChild, 0xFFFF, true, u""},
+  };
+  for (const auto& c : cases) {
+    Bytes block = soundBlock();
+    test::put16(block, c.offset, c.value);
+    EXPECT_EQ(VersionBlock(block).fixedInfo().has_value(), c.fixedInfo) << c.what;
+    EXPECT_EQ(companyOf(block), c.company) << c.what;
+  }
+}
+
+TEST(VersionReaderTest, AHugeFileCostsWhatASmallOneCosts) {
+  struct Counting final : ByteSource {
+    explicit Counting(const char* path) : file(path) {}
+    std::size_t read(std::uint64_t offset, std::span<std::byte> into) noexcept override {
+      bytes += into.size();
+      return file.read(offset, into);
+    }
+    FileBytes file;
+    std::size_t bytes = 0;
+  };
+  constexpr std::size_t kFarAway = 0x7FFF0000;
+  const TempFolder folder;
+  Bytes image = soundImage();
+  test::put32(image, test::kSections32 + 40 + 20, kFarAway);
+  const auto* const bytes = reinterpret_cast<const char*>(image.data());
+  std::ofstream file(folder.native() / "huge.dll", std::ios::binary);
+  file.write(bytes, test::kResources);
+  file.seekp(kFarAway);
+  file.write(bytes + test::kResources,
+             static_cast<std::streamsize>(image.size() - test::kResources));
+  ASSERT_TRUE(file.flush());
+
+  Counting source((folder.native() / "huge.dll").c_str());
+  EXPECT_EQ(companyOf(readVersionBlock(source, english)), u"Works");
+  EXPECT_LT(source.bytes, 2 * image.size());
+}
+
+TEST(VersionReaderTest, TheUsersLanguageIsAskedOnlyToChoose) {
+  const auto romansh = []() -> std::uint16_t { return 0x0417; };
+  const auto never = []() -> std::uint16_t {
+    ADD_FAILURE() << "asked without need";
+    return 0;
+  };
+  const struct {
+    std::vector<std::uint16_t> languages;
+    std::uint16_t (*user)();
+    std::uint16_t expected;
+  } cases[] = {{{0x0465}, never, 0x0465},
+               {{0x0409, 0x0017, 0x0417}, romansh, 0x0417},
+               {{0x0409, 0x0017, 0x0817}, romansh, 0x0017},
+               {{0x0407, 0x0409}, romansh, 0x0409}};
+  for (const auto& c : cases) {
+    std::vector<test::VersionOfLanguage> versions;
+    for (const std::uint16_t language : c.languages) {
+      test::VersionParts parts;
+      parts.fixedInfo[1] = language;
+      versions.push_back({language, versionBlock(parts)});
+    }
+    const Bytes image = peImage(PeKind::Pe32, versions);
+    test::MemoryBytes source(image);
+    const auto info = VersionBlock(readVersionBlock(source, c.user)).fixedInfo();
+    ASSERT_TRUE(info.has_value());
+    EXPECT_EQ(info->structureVersion, c.expected);
+  }
+}
+
+TEST(VersionReaderTest, APipeIsNotWaitedFor) {
+  const TempFolder folder;
+  ASSERT_EQ(::mkfifo((folder.native() / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(readVersionResource(folder / u"pipe"), nullptr);
+}
+
+}  // namespace
+}  // namespace quendal::platform

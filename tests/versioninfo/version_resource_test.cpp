@@ -1,0 +1,243 @@
+// Version records of sound files. On Windows the system's functions read them, elsewhere our own
+// reader; the same files give the same records.
+#include "platform/version_resource.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/code_page.h"
+#include "tests/platform/temp_folder.h"
+#include "tests/support/pe_builder.h"
+#include "versioninfo/version_record.h"
+#include "versioninfo/version_text.h"
+
+namespace quendal::versioninfo {
+namespace {
+
+using test::PeKind;
+using test::VersionParts;
+
+constexpr std::uint32_t translation(std::uint32_t language, std::uint32_t codePage) {
+  return language | codePage << 16;
+}
+
+VersionRecord recordOf(const test::Bytes& file) {
+  const platform::TempFolder folder;
+  EXPECT_EQ(platform::createFile(folder / u"file.dll", file), platform::FileError::None);
+  return readVersionRecord(folder / u"file.dll");
+}
+
+VersionRecord recordOf(const VersionParts& parts, PeKind kind = PeKind::Pe32) {
+  return recordOf(peImage(kind, {{0x0409, versionBlock(parts)}}));
+}
+
+TEST(VersionTextTest, WordsAreSignedAndLaidOutByTheBuild) {
+  const struct {
+    std::uint32_t high, low;
+    std::u16string_view text;
+  } cases[] = {
+      {0x00010000, 0x00000005, u"1.00.0005"},       {0x00060001, 0x1DB1446A, u"6.01.760117514"},
+      {0x00020003, 0x000C0004, u"2.03.1204"},       {0x000A0063, 0x00000000, u"10.99.0000"},
+      {0x00010064, 0x00013039, u"1.100.0112345"},   {0x00010002, 0x0003FFF7, u"1.02.03-09"},
+      {0x80000000, 0x00003039, u"-32768.00.12345"}, {0x0001FFFF, 0x8000FFFB, u"1.-01.-0005"}};
+  for (const auto& c : cases) EXPECT_EQ(versionText(c.high, c.low), c.text);
+  EXPECT_EQ(structureVersionText(0x00010000), u"1.0");
+  EXPECT_EQ(structureVersionText(0xFFFF8000), u"-1.-32768");
+}
+
+TEST(VersionTextTest, NamesOfNumbers) {
+  const std::pair<std::uint32_t, std::u16string_view> flags[] = {
+      {0, u""},
+      {0x40, u""},
+      {3, u"Debug PreRel "},
+      {0x21, u"Debug Special "},
+      {0xFFFFFFFF, u"Debug PreRel Patched Private Info Special "}};
+  for (const auto& [number, text] : flags) EXPECT_EQ(fileFlagsText(number), text);
+
+  const std::pair<std::uint32_t, std::u16string_view> systems[] = {
+      {0x00010001, u"DOS-Win16"},     {0x00010004, u"DOS-Win32"}, {0x00020002, u"OS/2-16 PM-16"},
+      {0x00030003, u"OS/2-16 PM-32"}, {0x00040004, u"NT-Win32"},  {0x00040000, u"Unknown"}};
+  for (const auto& [number, text] : systems) EXPECT_EQ(fileOsText(number), text);
+
+  const struct {
+    std::uint32_t type, subtype;
+    std::u16string_view typeText, subtypeText;
+  } types[] = {{0, 1, u"", u""},
+               {1, 1, u"Application", u""},
+               {2, 7, u"DLL", u""},
+               {3, 0, u"Driver", u"Unknown"},
+               {3, 4, u"Driver", u"Display drv"},
+               {3, 10, u"Driver", u"Comm drv"},
+               {4, 3, u"Font", u"TrueType Font"},
+               {4, 4, u"Font", u""},
+               {5, 0, u"VxD", u""},
+               {6, 0, u"", u""},
+               {7, 0, u"Lib", u""}};
+  for (const auto& c : types) {
+    EXPECT_EQ(fileTypeText(c.type), c.typeText) << c.type;
+    EXPECT_EQ(fileSubtypeText(c.type, c.subtype), c.subtypeText) << c.type << ' ' << c.subtype;
+  }
+}
+
+TEST(VersionRecordTest, HoldsEverythingOfASoundFile) {
+  VersionParts parts;
+  parts.fixedInfo = {0xFEEF04BD, 0x00010000, 0x00060001, 0x1DB1446A, 0x00020003, 0x000C0004, 0,
+                     0x21,       0x00040004, 3,          7,          0,          0};
+  parts.translations = {translation(0x0409, 0x04E4), translation(0x0407, 0x04B0)};
+  // The longer of two keys with the same beginning comes first; every value differs from the
+  // others, in length and so in padding too.
+  const std::u16string_view keys[] = {u"Comments",         u"companyname",      u"FileDescription",
+                                      u"FileVersion",      u"InternalName",     u"LegalCopyright",
+                                      u"LegalTrademarks",  u"OriginalFilename", u"ProductName",
+                                      u"ProductVersion",   u"PrivateBuild",     u"SpecialBuild",
+                                      u"LegalTrademarks1", u"LegalTrademarks2"};
+  std::vector<std::u16string> values;
+  test::StringTable table{u"040904e4", {}};
+  for (const auto key : keys) {
+    values.push_back(u"\u00A9" + std::u16string(values.size(), u'x') + std::u16string(key));
+    table.strings.emplace(table.strings.begin(), key, values.back());
+  }
+  parts.tables = {{u"040704B0", {{u"CompanyName", u"not this one"}}}, table};
+
+  for (const PeKind kind : {PeKind::Pe32, PeKind::Pe32Plus}) {
+    const VersionRecord record = recordOf(parts, kind);
+    EXPECT_TRUE(record.available);
+    EXPECT_EQ(record.verStructure, u"1.0");
+    EXPECT_EQ(record.verFile, u"6.01.760117514");
+    EXPECT_EQ(record.verProduct, u"2.03.1204");
+    EXPECT_EQ(record.fileFlags, u"Debug Special ");
+    EXPECT_EQ(record.fileOs, u"NT-Win32");
+    EXPECT_EQ(record.fileType, u"Driver");
+    EXPECT_EQ(record.fileSubtype, u"System drv");
+    EXPECT_EQ(record.values[0], platform::languageName(0x0409));
+    for (std::size_t i = 0; i < values.size(); ++i) EXPECT_EQ(record.values[i + 1], values[i]) << i;
+  }
+}
+
+TEST(VersionRecordTest, ValuesByNumber) {
+  VersionRecord record;
+  record.values[0] = u"English";
+  record.values[14] = u"mark";
+  const struct {
+    int number;
+    std::u16string_view name, value;
+  } cases[] = {{-1, u"", u""},
+               {0, u"Language", u"English"},
+               {2, u"Company Name", u""},
+               {14, u"LegalTrademarks2", u"mark"},
+               {15, u"", u""}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(predefinedName(VersionString{c.number}), c.name) << c.number;
+    EXPECT_EQ(record.value(VersionString{c.number}), c.value) << c.number;
+  }
+}
+
+TEST(VersionRecordTest, StringsComeFromTheFirstTranslationOrItsEnglishCounterpart) {
+  using Strings = decltype(test::StringTable::strings);
+  const Strings named{{u"CompanyName", u"English Works"}, {u"ProductName", u"English"}};
+  const Strings nameless{{u"ProductName", u"English"}};
+  const Strings germanNamed{{u"CompanyName", u"Werke"}, {u"ProductName", u"Deutsch"}};
+  const Strings germanNameless{{u"CompanyName", u""}, {u"ProductName", u"Deutsch"}};
+  const std::uint32_t german = translation(0x0407, 0x04E4);
+  const struct {
+    const char* what;
+    std::vector<std::uint32_t> translations;
+    std::vector<test::StringTable> tables;
+    std::u16string_view company, product;
+  } cases[] = {
+      {"first has a name",
+       {german},
+       {{u"040704E4", germanNamed}, {u"040904E4", named}},
+       u"Werke",
+       u"Deutsch"},
+      {"first is nameless",
+       {german},
+       {{u"040704E4", germanNameless}, {u"040904E4", named}},
+       u"English Works",
+       u"English"},
+      {"first is missing", {german}, {{u"040904E4", named}}, u"English Works", u"English"},
+      {"both are nameless",
+       {german},
+       {{u"040704E4", germanNameless}, {u"040904E4", nameless}},
+       u"",
+       u"Deutsch"},
+      {"other code page",
+       {german},
+       {{u"040704E4", germanNameless}, {u"040904B0", named}},
+       u"",
+       u"Deutsch"},
+      {"second counts for nothing",
+       {german, translation(0x040C, 0x04E4)},
+       {{u"040C04E4", germanNamed}},
+       u"",
+       u""},
+      {"no translation", {}, {{u"040904E4", named}}, u"", u""},
+  };
+  for (const auto& c : cases) {
+    const VersionRecord record = recordOf({.translations = c.translations, .tables = c.tables});
+    EXPECT_TRUE(record.available) << c.what;
+    EXPECT_EQ(record.value(VersionString::CompanyName), c.company) << c.what;
+    EXPECT_EQ(record.value(VersionString::ProductName), c.product) << c.what;
+    EXPECT_EQ(record.value(VersionString::Language).empty(), c.translations.empty()) << c.what;
+  }
+}
+
+TEST(VersionRecordTest, TextPassesThroughTheCodePageAndEndsAtItsNul) {
+  const std::u16string mixed = u"Na\u00EFve \u20AC \u4E00";
+  const VersionRecord record =
+      recordOf({.translations = {translation(0x0409, 0x04B0)},
+                .tables = {{u"040904B0",
+                            {{u"Comments", u""},
+                             {u"CompanyName", mixed},
+                             {u"ProductName", std::u16string(u"one\0two", 7)}}}}});
+  EXPECT_EQ(record.value(VersionString::Comments), u"");
+  EXPECT_EQ(record.value(VersionString::CompanyName),
+            platform::fromCodePage(platform::toCodePage(mixed)));
+  EXPECT_EQ(record.value(VersionString::ProductName), u"one");
+}
+
+TEST(VersionRecordTest, TakesTheLanguageThatTheSystemTakes) {
+  // Apart from English, languages that no user of these tests has.
+  constexpr std::uint16_t kNeutral = 0, kEnglish = 0x0409, kDivehi = 0x0465, kMapudungun = 0x047A;
+  const std::pair<std::vector<std::uint16_t>, std::uint32_t> cases[] = {
+      {{kDivehi, kEnglish, kMapudungun, kNeutral}, kNeutral},
+      {{kDivehi, kEnglish, kMapudungun}, kEnglish},
+      {{kMapudungun, kDivehi}, kDivehi},
+      {{kMapudungun}, kMapudungun}};
+  for (const auto& [languages, expected] : cases) {
+    std::vector<test::VersionOfLanguage> versions;
+    for (const std::uint16_t language : languages) {
+      VersionParts parts;
+      parts.fixedInfo[1] = language;
+      versions.push_back({language, versionBlock(parts)});
+    }
+    const VersionRecord record = recordOf(peImage(PeKind::Pe32Plus, versions));
+    EXPECT_EQ(record.verStructure, structureVersionText(expected));
+  }
+}
+
+TEST(VersionRecordTest, FilesWithoutAVersionAreNotAvailable) {
+  test::Bytes other = peImage(PeKind::Pe32, {{0x0409, test::versionBlock({})}});
+  test::put32(other, test::kVersionType, 17);
+  for (const auto& file : {test::Bytes(), test::Bytes(5000, std::byte{'M'}), other}) {
+    EXPECT_FALSE(recordOf(file).available) << file.size();
+  }
+  const platform::TempFolder folder;
+  for (const auto& path : {folder.path(), folder / u"no such file.dll", std::u16string()}) {
+    EXPECT_FALSE(readVersionRecord(path).available);
+  }
+}
+
+TEST(LanguageNameTest, NamesTheLanguagesInUse) {
+  // Some systems add the country.
+  const std::pair<std::uint16_t, std::u16string_view> cases[] = {
+      {0x0407, u"German"}, {0x0807, u"German"},  {0x0409, u"English"},
+      {0x0411, u"Japan"},  {0x0419, u"Russian"}, {0x0814, u"Norwegian"}};
+  for (const auto& [language, name] : cases) {
+    EXPECT_TRUE(platform::languageName(language).starts_with(name)) << language;
+  }
+  EXPECT_NE(platform::languageName(0x0414), platform::languageName(0x0814));
+  EXPECT_NE(platform::languageName(0), u"");
+}
+
+}  // namespace
+}  // namespace quendal::versioninfo
