@@ -23,7 +23,7 @@ page_rows() {
   local folder; folder=$(wine_path 64)
   wine_stage 64 "$root/build/win64/QUENDAL_CLASSIC_ASP.DLL" "$root/bench/round_trip.vbs"
   wine_run 64 regsvr32 /s "$folder\\QUENDAL_CLASSIC_ASP.DLL"
-  wine_run 64 cscript //nologo "$folder\\round_trip.vbs" | tr -d '\r' |
+  wine_run 64 cscript //nologo "$folder\\round_trip.vbs" |
     awk -F'|' '{ printf "%-44s %14.3f %14.3f %8.3f\n", $1, $2, $3, $2 / $3 }'
   wine_run 64 regsvr32 /s /u "$folder\\QUENDAL_CLASSIC_ASP.DLL"
   wine_stop 64

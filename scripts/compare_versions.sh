@@ -22,7 +22,7 @@ export WINEDLLOVERRIDES=${WINEDLLOVERRIDES-"mscoree,mshtml="}
 command -v wine >/dev/null || { echo "compare_versions: wine is not installed" >&2; exit 1; }
 if [ ! -d "$WINEPREFIX/drive_c/windows" ]; then
   mkdir -p "$WINEPREFIX"
-  wine wineboot -i
+  timeout --kill-after=10 180 wine wineboot -i >/dev/null 2>&1 </dev/null
   wineserver=$(command -v wineserver || echo /usr/lib/wine/wineserver)
   if [ -x "$wineserver" ]; then "$wineserver" -w; fi
 fi
@@ -37,7 +37,9 @@ for folder; do find "$(realpath "$folder")" -type f; done | sort -u >"$work/file
 
 # Drive Z: is the root folder.
 "$native" <"$work/files" >"$work/native"
-sed 's/^/Z:/' "$work/files" | wine "$windows" | tr -d '\r' | sed 's/^Z://' >"$work/windows"
+sed 's/^/Z:/' "$work/files" >"$work/questions"
+timeout --kill-after=10 600 wine "$windows" <"$work/questions" >"$work/answers" 2>"$work/messages"
+sed 's/\r$//; s/^Z://' "$work/answers" >"$work/windows"
 
 images=$(wc -l <"$work/native")
 versions=$(grep -c $'\tversion|' "$work/native" || true)

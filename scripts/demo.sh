@@ -28,8 +28,7 @@ demo_windows() {
   folder=$(wine_path 64)
   wine_run 64 regsvr32 /s "$folder\\QUENDAL_CLASSIC_ASP.DLL"
   echo "--- the script host runs the page"
-  wine_run 64 cscript //nologo "$folder\\demo\\default.vbs" "$folder\\demo" | tr -d '\r' |
-    tee "$page/output"
+  wine_run 64 cscript //nologo "$folder\\demo\\default.vbs" "$folder\\demo" | tee "$page/output"
   wine_run 64 regsvr32 /s /u "$folder\\QUENDAL_CLASSIC_ASP.DLL"
   wine_stop 64
   # The script host says nothing of a page that stops in the middle.

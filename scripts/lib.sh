@@ -62,16 +62,50 @@ build() {
   fi
 }
 
-# A Windows of our own for each build folder; wine BITS PROGRAM ARGUMENT... runs a program there.
-# Programs and files are named by their path below the build folder, with backslashes.
+# A Windows of our own for each build folder. Programs and files are named by their path below it,
+# with backslashes. wine_start BITS fails when it cannot be had, or does not come up in two tries.
 wine_start() {
-  local bits=$1 folder=$root/build/win$1
+  local bits=$1 attempt
+  for attempt in 1 2; do
+    if [ "$bits" = 64 ]; then mkdir -p "$(wine_folder 64)"; else wine32_start || return 1; fi
+    wine_seconds=180 in_wine "$bits" wine wineboot -i >/dev/null 2>&1 || true
+    [ "$(wine_run "$bits" cmd /c echo ready)" != ready ] || return 0
+    say "win$bits did not come up; trying it from the start"
+    in_wine "$bits" wineserver -k9 >/dev/null 2>&1 || true
+    if [ "$bits" = 64 ]; then rm -rf "$root/build/win64/wine"
+    else as_root rm -rf "$wine32_root/root/.wine"
+    fi
+  done
+  return 1
+}
+wine_stop() {
+  if [ "$1" = 64 ]; then [ ! -d "$root/build/win64/wine" ] || in_wine 64 wineserver -k >/dev/null 2>&1 || true
+  else wine32_stop
+  fi
+}
+
+# wine_run BITS PROGRAM ARGUMENT...: runs a Windows program and prints what it printed when it has
+# ended. The output takes the way over a file, as services that the program starts along would keep
+# a pipe open. A program that takes longer than $wine_seconds (600) is ended, with status 124.
+wine_run() {
+  local bits=$1 output status=0; shift
+  output=$(mktemp)
+  in_wine "$bits" wine "$@" >"$output" 2>&1 || status=$?
+  tr -d '\r' <"$output"; rm -f "$output"
+  [ "$status" != 124 ] || say "did not end in time: $*"
+  return "$status"
+}
+
+# in_wine BITS COMMAND...: runs a command of the emulation's own, in its stage folder.
+in_wine() {
+  local bits=$1 limit=(timeout --kill-after=10 "${wine_seconds:-600}"); shift
   if [ "$bits" = 64 ]; then
-    [ -f "$folder/wine/system.reg" ] || WINEPREFIX=$folder/wine wine wineboot -i >/dev/null 2>&1
+    (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine "${limit[@]}" "$@" </dev/null)
   else
-    wine32_start || return 1
-    in_wine32 wineserver -p >/dev/null 2>&1 || true  # so that no service holds a pipe of ours open
-    in_wine32 wine cmd /c exit >/dev/null 2>&1 </dev/null || true
+    as_root "${limit[@]}" chroot "$wine32_root" /usr/bin/env -i HOME=/root \
+      PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 WINEDEBUG=-all \
+      WINEDLLOVERRIDES="mscoree,mshtml=" \
+      bash -c 'cd /quendal 2>/dev/null; exec "$@"' - "$@" </dev/null
   fi
 }
 
@@ -88,19 +122,14 @@ wine32_start() {
       "$wine32_root" >"$cache/wine32.log" 2>&1 || { tail -n 5 "$cache/wine32.log" >&2; return 1; }
     as_root touch "$wine32_root/.complete"
   fi
-  mountpoint -q "$wine32_root/proc" || as_root mount -t proc proc "$wine32_root/proc" || return 1
-  [ -f "$wine32_root/root/.wine/system.reg" ] || in_wine32 wine wineboot -i >/dev/null 2>&1
+  mountpoint -q "$wine32_root/proc" || as_root mount -t proc proc "$wine32_root/proc"
 }
 wine32_stop() {
   [ -d "$wine32_root/proc" ] || return 0
   if mountpoint -q "$wine32_root/proc"; then
-    in_wine32 wineserver -k >/dev/null 2>&1 || true
+    in_wine 32 wineserver -k >/dev/null 2>&1 || true
     as_root umount "$wine32_root/proc" 2>/dev/null || as_root umount -l "$wine32_root/proc" || true
   fi
-}
-in_wine32() {
-  as_root chroot "$wine32_root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin \
-    LC_ALL=C.UTF-8 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" bash -c 'cd /quendal 2>/dev/null; exec "$@"' - "$@"
 }
 
 # wine_stage BITS FILE...: puts files where that Windows sees them, as its folder "stage".
@@ -115,15 +144,4 @@ wine_stage() {
 wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage"; else echo "$wine32_root/quendal"; fi; }
 wine_path() {
   if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo 'Z:\quendal'; fi
-}
-wine_run() {
-  local bits=$1; shift
-  if [ "$bits" = 64 ]; then (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine wine "$@")
-  else in_wine32 wine "$@"
-  fi
-}
-wine_stop() {
-  if [ "$1" = 64 ]; then WINEPREFIX=$root/build/win64/wine wineserver -k >/dev/null 2>&1 || true
-  else wine32_stop
-  fi
 }

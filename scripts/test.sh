@@ -41,7 +41,7 @@ page() {  # page BITS PAGE: runs a page in the script host and compares what it 
   local bits=$1 page=$2 name work actual
   name=$(basename "$page") work=$(wine_path "$1")
   actual=$root/build/win$bits/$name.actual
-  wine_run "$bits" cscript //nologo "$work\\pages\\$name" "$work\\pages" 2>&1 | tr -d '\r' >"$actual"
+  wine_run "$bits" cscript //nologo "$work\\pages\\$name" "$work\\pages" >"$actual"
   diff -u "$page.expected" "$actual" >&2
 }
 
@@ -54,7 +54,8 @@ run_windows() {
   local out=$root/build/win$bits
   wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" "$root/tests/pages"
   log=$out/tests.log
-  wine_run "$bits" quendal_tests.exe --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?
+  wine_run "$bits" quendal_tests.exe --gtest_brief=1 >"$log" || status=$?
+  cat "$log"
   count_gtest "$log" "$status"
 
   check "regsvr32" wine_run "$bits" regsvr32 /s "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
