@@ -84,7 +84,7 @@ Variant serverVariable(const Variant& name) {
 }
 
 Object pageContext(const std::u16string& folder) {
-  const auto constant = [](Object object) {
+  const auto constant = [](const Object& object) {
     return [object](const Variant&) { return Variant(object); };
   };
   const Object plain = HostObject::make({});

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs the tests: scripts/test.sh [native|win64|win32|all]. Without an argument: native and win64.
+# Runs the tests: scripts/test.sh [lint|native|win64|win32|all]. Without one: native and win64.
+#   lint    what scripts/lint.sh checks in the sources, and each fuzz target for a few seconds
 #   native  Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   win64   the x64 component and its tests under Wine, pages in its script hosts
 #   win32   the same for x86
@@ -23,6 +24,13 @@ count_gtest() {
 check() {  # check NAME COMMAND...: one test more
   local name=$1; shift
   if "$@"; then passed=$((passed + 1)); else say "FAILED: $name"; failed=$((failed + 1)); fi
+}
+
+run_lint() {
+  local what
+  say "== lint"
+  for what in format cppcheck clang tidy; do check "lint $what" "$root/scripts/lint.sh" "$what"; done
+  check "fuzz targets" "$root/scripts/fuzz.sh" 5
 }
 
 run_native() {
@@ -75,12 +83,13 @@ skip_home() { say "SKIPPED: $1 (its tools cannot be had on this machine)"; skipp
 
 trap 'wine_stop 64 2>/dev/null || true; wine32_stop 2>/dev/null || true' EXIT
 case ${1:-default} in
+  lint) run_lint ;;
   native) run_native ;;
   win64) run_windows 64 ;;
   win32) run_windows 32 ;;
   default) run_native; run_windows 64 ;;
-  all) run_native; run_windows 64; run_windows 32 ;;
-  *) say "usage: $0 [native|win64|win32|all]"; exit 2 ;;
+  all) run_lint; run_native; run_windows 64; run_windows 32 ;;
+  *) say "usage: $0 [lint|native|win64|win32|all]"; exit 2 ;;
 esac
 
 summary="$passed passed, $failed failed"

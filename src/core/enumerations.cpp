@@ -62,7 +62,7 @@ constexpr std::array kQuoteStyle = {
 }  // namespace
 
 std::span<const EnumerationDescription> enumerations() noexcept {
-  static const std::array all = {
+  static constexpr std::array all = {
       EnumerationDescription{u"LOG_LEVEL", guid("C756574C-52A0-43CD-8EB1-2BCE87B7CA84"), kLogLevel},
       EnumerationDescription{u"LOG_REPEAT", guid("3E444024-458A-49E5-B5A9-38054F66B059"),
                              kLogRepeat},

@@ -1,5 +1,7 @@
 #include "functions/functions.h"
 
+#include <compare>
+
 #include "core/apartment.h"
 #include "core/compare.h"
 #include "functions/pumping_wait.h"
@@ -43,11 +45,11 @@ void Functions::sleep(VariantRef& milliseconds) {
 }
 
 Variant Functions::max(ArgumentList values) {
-  return winnerOf(values, [](std::partial_ordering order) { return order > 0; });
+  return winnerOf(values, [](std::partial_ordering order) { return std::is_gt(order); });
 }
 
 Variant Functions::min(ArgumentList values) {
-  return winnerOf(values, [](std::partial_ordering order) { return order < 0; });
+  return winnerOf(values, [](std::partial_ordering order) { return std::is_lt(order); });
 }
 
 }  // namespace quendal

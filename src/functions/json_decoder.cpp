@@ -215,7 +215,7 @@ bool Decoder::continueWith(VARIANT& value) {
 }
 
 void Decoder::addMember(Open& object, VARIANT& value) {
-  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), std::move(value));
+  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), value);
   if (SUCCEEDED(code)) return;
   // The error leaves with the standard text of its number instead of the dictionary's own.
   SetErrorInfo(0, nullptr);

@@ -181,7 +181,7 @@ bool Encoder::beginObject(const VARIANT& value) {
 // A cursor's members run code of its own, so it is written by calls: a field's value may be a
 // cursor again.
 void Encoder::writeRecordset(const Object& recordset) {
-  constexpr std::size_t kStackOfCursor = 64 * 1024;
+  constexpr std::size_t kStackOfCursor = 65'536;
   if (platform::remainingStack() < kStackOfCursor) throw AutomationError(error_number::kOutOfStack);
   quendal::writeRecordset(recordset, out_, [this](const VARIANT& value) { encode(value); });
 }

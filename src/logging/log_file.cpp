@@ -37,7 +37,7 @@ void ensureFolders(std::u16string_view path) {
   std::size_t start = 0;
   const auto nextPart = [&] {
     const std::size_t end = std::min(absolute.find(u'\\', start), absolute.size());
-    const std::u16string part = absolute.substr(start, end - start);
+    std::u16string part = absolute.substr(start, end - start);
     start = end + 1;
     return part;
   };

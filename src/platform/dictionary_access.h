@@ -32,7 +32,7 @@ class DictionaryMaker {
   /// Adds an entry to a dictionary that it made. The key is a text of newKey's; the item is no
   /// decimal. Both are the dictionary's from here on, on failure too. The result is that of
   /// IDictionary::Add.
-  [[nodiscard]] HRESULT add(IDictionary& dictionary, BSTR takenKey, VARIANT&& takenItem) noexcept;
+  [[nodiscard]] HRESULT add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept;
 
   /// Gives back the room that is left over in a dictionary that it made.
   void finish(IDictionary& dictionary) noexcept;

@@ -118,7 +118,7 @@ Variant StringFunctions::formatDateTime(VariantRef& date, VariantRef& format) {
 Variant StringFunctions::numberToWords(const VARIANT& number) {
   const VARIANT value = follow(number);
   return emptyOnError([&] {
-    const std::u16string text = plainNumberText(value);
+    std::u16string text = plainNumberText(value);
     if (!ignoringErrors([&] { (void)int32Of(value); })) return text;
     const std::u16string spellable = strings::spellable(text);
     bool isZero = false;

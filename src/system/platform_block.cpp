@@ -22,7 +22,7 @@ std::u16string servicePackText() {
   constexpr std::size_t kFieldLength = 128;
   std::u16string& field = apartment().osVersion.servicePack;
   field = std::u16string(trimBlanks(field));
-  const std::u16string text = field.substr(0, field.find(u'\0'));
+  std::u16string text = field.substr(0, field.find(u'\0'));
   field.resize(kFieldLength, u' ');
   return text;
 }

@@ -26,8 +26,8 @@ IDictionary* DictionaryMaker::make(std::size_t entries) noexcept {
   return dictionary;
 }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT&& takenItem) noexcept {
-  return static_cast<Dictionary&>(dictionary).addText(takenKey, std::move(takenItem));
+HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
+  return static_cast<Dictionary&>(dictionary).addText(takenKey, takenItem);
 }
 
 void DictionaryMaker::finish(IDictionary& dictionary) noexcept {

@@ -243,7 +243,7 @@ void LocaleTable::takeLanguage(const std::string& name) {
   if (!locale) return;
   const std::string_view code = std::string_view(name).substr(0, name.find_first_of(".@"));
   const std::size_t end = std::min(code.find('_'), code.size());
-  const auto orCode = [](std::u16string text, std::string_view part) {
+  const auto orCode = [](const std::u16string& text, std::string_view part) {
     return text.empty() ? std::u16string(part.begin(), part.end()) : text;
   };
   set(item::kEnglishLanguage,

@@ -40,7 +40,7 @@ IDictionary* DictionaryMaker::make(std::size_t) noexcept {
   return static_cast<IDictionary*>(found);
 }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT&& takenItem) noexcept {
+HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
   VARIANT key;
   VariantInit(&key);
   key.vt = VT_BSTR;

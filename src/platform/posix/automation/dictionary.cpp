@@ -134,7 +134,7 @@ HRESULT Dictionary::InterfaceSupportsErrorInfo(REFIID iid) {
   return iid == kIidDictionary ? S_OK : S_FALSE;
 }
 
-HRESULT Dictionary::addText(BSTR takenKey, VARIANT&& takenItem) noexcept {
+HRESULT Dictionary::addText(BSTR takenKey, VARIANT& takenItem) noexcept {
   const HRESULT result = guarded([&] {
     const bool isHashed = isSharedText(takenKey) && !table_.ignoresCase();
     const std::uint32_t hash =

@@ -19,7 +19,7 @@ class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, priv
 
   /// Adds an item under a text without copying them: both belong to the dictionary from here on, on
   /// failure too. The item is no decimal, and Empty afterwards. Error 457 when the key exists.
-  HRESULT addText(BSTR takenKey, VARIANT&& takenItem) noexcept;
+  HRESULT addText(BSTR takenKey, VARIANT& takenItem) noexcept;
 
   /// The object as this class, with a reference that the caller owns; null when it is another.
   [[nodiscard]] static Dictionary* ownOf(IUnknown& object) noexcept;

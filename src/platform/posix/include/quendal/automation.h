@@ -341,8 +341,8 @@ inline UINT SysStringLen(BSTR text) noexcept {
 
 // Values. Results are HRESULTs of the automation runtime: DISP_E_TYPEMISMATCH,
 // DISP_E_OVERFLOW, DISP_E_BADVARTYPE, E_OUTOFMEMORY, E_INVALIDARG, DISP_E_ARRAYISLOCKED.
-constexpr USHORT VARIANT_ALPHABOOL = 2;      // Boolean to text as "True" and "False"
-constexpr USHORT VARIANT_NOVALUEPROP = 1;    // objects are not asked for their default value
+constexpr USHORT VARIANT_ALPHABOOL = 2;    // Boolean to text as "True" and "False"
+constexpr USHORT VARIANT_NOVALUEPROP = 1;  // objects are not asked for their default value
 QUENDAL_EXPORT void VariantInit(VARIANTARG* value) noexcept;
 QUENDAL_EXPORT HRESULT VariantClear(VARIANTARG* value) noexcept;
 QUENDAL_EXPORT HRESULT VariantCopy(VARIANTARG* target, const VARIANTARG* source) noexcept;
