@@ -164,14 +164,14 @@ TEST_F(PosixDictionaryTest, TakesTextWithoutCopyingIt) {
     BSTR key = newText(u"key" + std::u16string(1, static_cast<char16_t>(u'a' + i)));
     Value item = text(u"item");
     const BSTR content = item.value.bstrVal;
-    ASSERT_EQ(own.addText(key, std::move(item.value)), S_OK);
+    ASSERT_EQ(own.addText(key, item.value), S_OK);
     EXPECT_EQ(item.value.vt, VT_EMPTY);
     Value all;
     ASSERT_EQ(dictionary_->Items(&all.value), S_OK);
     EXPECT_NE(static_cast<VARIANT*>(all.value.parray->pvData)[i].bstrVal, content);
   }
   Value again = text(u"again");
-  EXPECT_EQ(own.addText(newText(u"keya"), std::move(again.value)), kKeyExists);
+  EXPECT_EQ(own.addText(newText(u"keya"), again.value), kKeyExists);
   EXPECT_EQ(again.value.vt, VT_EMPTY);
   EXPECT_EQ(item(text(u"keya")), "item");
   EXPECT_EQ(count(), 20);
