@@ -43,13 +43,16 @@ run_native() {
   build native describe || { failed=$((failed + 1)); return; }
   check "the interface definition is what the tables tell (tools/describe idl)" \
     diff -u "$root/src/component/QUENDAL_REPORTS_ASP.idl" <("$root/build/native/describe" idl)
+  check "the reference is what the tables tell (tools/describe reference)" \
+    diff -u "$root/docs/reference.md" <("$root/build/native/describe" reference "$root/docs/reference")
 }
 
 page() {  # page BITS PAGE: runs a page in the script host and compares what it prints
-  local bits=$1 page=$2 name work actual
-  name=$(basename "$page") work=$(wine_path "$1")
+  local bits=$1 page=$2 name folder actual
+  name=$(basename "$page")
+  folder=$(wine_path "$bits")\\$(basename "$(dirname "$page")")
   actual=$root/build/win$bits/$name.actual
-  wine_run "$bits" cscript //nologo "$work\\pages\\$name" "$work\\pages" >"$actual"
+  wine_run "$bits" cscript //nologo "$folder\\$name" "$folder" >"$actual"
   diff -u "$page.expected" "$actual" >&2
 }
 
@@ -57,22 +60,23 @@ run_windows() {
   local bits=$1 log status=0 page
   say "== win$bits"
   need_windows || { skip_home "win$bits"; return; }
-  build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions || { failed=$((failed + 1)); return; }
+  build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions && build native describe print_versions ||
+    { failed=$((failed + 1)); return; }
   wine_start "$bits" || { skip_home "win$bits"; return; }
   local out=$root/build/win$bits
-  wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" "$root/tests/pages"
+  "$root/build/native/describe" examples "$root/docs/reference" "$out/reference"
+  wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" "$root/tests/pages" "$out/reference"
   log=$out/tests.log
   wine_run "$bits" quendal_tests.exe --gtest_brief=1 >"$log" || status=$?
   cat "$log"
   count_gtest "$log" "$status"
 
   check "regsvr32" wine_run "$bits" regsvr32 /s "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
-  for page in "$root"/tests/pages/*.vbs "$root"/tests/pages/*.js; do
+  for page in "$root"/tests/pages/*.{vbs,js} "$out"/reference/*.vbs; do
     check "page $(basename "$page")" page "$bits" "$page"
   done
   check "regsvr32 /u" wine_run "$bits" regsvr32 /s /u "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
   if [ "$bits" = 64 ]; then
-    build native print_versions || { failed=$((failed + 1)); return; }
     check "both readers of version resources agree" env WINEPREFIX="$out/wine" \
       "$root/scripts/compare_versions.sh" "$root/build/native/print_versions" "$out/print_versions.exe"
   fi

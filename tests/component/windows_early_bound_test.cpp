@@ -1,0 +1,144 @@
+// The DLL as a C++ client uses it: objects created by class identifier, and called through the
+// function tables that the type library's own interface definition declares.
+#include <QUENDAL_REPORTS_ASP.h>
+#include <gtest/gtest.h>
+#include <initguid.h>  // before the definition, whose identifiers it makes
+#include <quendal/variant.h>
+
+#include <memory>
+
+#include "platform/module.h"
+#include "platform/temp_folder.h"
+
+namespace quendal {
+namespace {
+
+struct Release {
+  void operator()(IUnknown* object) const { object->Release(); }
+};
+template <class Interface>
+using Pointer = std::unique_ptr<Interface, Release>;
+
+/// The object that a property's getter hands out.
+template <class Owner, class Interface>
+Pointer<Interface> objectOf(const Pointer<Owner>& owner,
+                            HRESULT (STDMETHODCALLTYPE Owner::*getter)(Interface**)) {
+  Interface* object = nullptr;
+  EXPECT_EQ((owner.get()->*getter)(&object), S_OK);
+  return Pointer<Interface>(object);
+}
+
+/// The text that a call hands out.
+template <class Call>
+std::u16string textFrom(Call&& call) {
+  BSTR text = nullptr;
+  EXPECT_EQ(call(&text), S_OK);
+  return std::u16string(Text::attach(text).view());
+}
+
+Variant arrayOf(std::initializer_list<Variant> values) {
+  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+  LONG index = 0;
+  for (Variant value : values) SafeArrayPutElement(array, &index, &value), ++index;
+  return Variant::array(array);
+}
+
+/// The registered DLL.
+class EarlyBoundTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    const std::u16string program = platform::ownModulePath();
+    const std::u16string folder = program.substr(0, program.rfind(u'\\') + 1);
+    module_ = LoadLibraryW(oleText((folder + u"QUENDAL_CLASSIC_ASP.DLL").c_str()));
+    ASSERT_NE(module_, nullptr);
+    ASSERT_EQ(call("DllRegisterServer"), S_OK);
+  }
+  static void TearDownTestSuite() {
+    EXPECT_EQ(call("DllUnregisterServer"), S_OK);
+    FreeLibrary(module_);
+  }
+
+  template <class Interface>
+  static Pointer<Interface> create(REFCLSID classId) {
+    void* object = nullptr;
+    EXPECT_EQ(
+        CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), &object),
+        S_OK);
+    return Pointer<Interface>(static_cast<Interface*>(object));
+  }
+
+ private:
+  static HRESULT call(const char* name) {
+    using Entry = HRESULT STDMETHODCALLTYPE();
+    void* const entry = reinterpret_cast<void*>(GetProcAddress(module_, name));
+    return reinterpret_cast<Entry*>(entry)();
+  }
+
+  static inline HMODULE module_ = nullptr;
+};
+
+TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
+  const platform::TempFolder folder;
+  const auto logger = create<_LOGGING>(CLSID_LOGGING);
+  ASSERT_NE(logger, nullptr);
+  short level = 3;
+  EXPECT_EQ(logger->put_LogLevel(&level), S_OK);
+  VARIANT_BOOL asText = VARIANT_FALSE;
+  EXPECT_EQ(logger->put_Unicode(&asText), S_OK);
+  Variant path = folder.path() + u"\\logs\\", file = u"early.txt", text = u"Hello", stamp, nothing;
+  EXPECT_EQ(logger->SetLogPath(&path, &nothing), S_OK);
+  EXPECT_EQ(logger->SetLogFile(&file, &nothing), S_OK);
+
+  short repeat = 0;
+  const std::u16string entry = textFrom(
+      [&](BSTR* result) { return logger->WriteLog(&level, &text, &repeat, &stamp, result); });
+  EXPECT_EQ(repeat, 1);
+  EXPECT_EQ(entry, textOf(stamp) + u"Hello");
+  const std::string log = platform::contentOf(folder.path() + u"\\logs\\early.txt");
+  EXPECT_TRUE(log.ends_with("Hello\r\n")) << log;
+
+  short distance = 6, indent = 2;
+  Variant row;
+  EXPECT_EQ(logger->WriteParam(&level, &text, Variant(1.5), &distance, &indent, &row), S_OK);
+  EXPECT_TRUE(textOf(row).ends_with(u"  Hello  1.5"));
+
+  level = 4;
+  BSTR box = nullptr;
+  EXPECT_EQ(logger->WriteBox(&level, &text, &box), static_cast<HRESULT>(0x800A0000 + 91));
+  IErrorInfo* raised = nullptr;
+  ASSERT_EQ(GetErrorInfo(0, &raised), S_OK);
+  const Pointer<IErrorInfo> error(raised);
+  EXPECT_EQ(textFrom([&](BSTR* source) { return error->GetSource(source); }),
+            u"QUENDAL_REPORTS_ASP");
+}
+
+TEST_F(EarlyBoundTest, TheFunctionsTakeListsArraysAndEnumerations) {
+  const auto functions = create<_FUNCTIONS>(CLSID_FUNCTIONS);
+  ASSERT_NE(functions, nullptr);
+  Variant values = arrayOf({Variant(std::int16_t{3}), Variant(7.5), Variant(std::int16_t{5})});
+  Variant result;
+  EXPECT_EQ(functions->Max(&values.parray, &result), S_OK);
+  EXPECT_EQ(doubleOf(result), 7.5);
+
+  const auto builder = objectOf(functions, &_FUNCTIONS::get_Concat);
+  EXPECT_EQ(builder->Append(&values.parray), S_OK);
+  EXPECT_EQ(textFrom([&](BSTR* text) { return builder->get_Text(sbSquareBrackets, text); }),
+            u"[37.55]");
+  LONG length = 0;
+  EXPECT_EQ(builder->get_Length(&length), S_OK);
+  EXPECT_EQ(length, 5);
+
+  const auto arrays = objectOf(functions, &_FUNCTIONS::get_ARRAYS);
+  EXPECT_EQ(arrays->Push(&values, Variant(u"last")), S_OK);
+  Variant json;
+  EXPECT_EQ(objectOf(functions, &_FUNCTIONS::get_JSON)->Encode(&values, &json), S_OK);
+  EXPECT_EQ(textOf(json), u"[3,7.5,5,\"last\"]");
+  VARIANT_BOOL sorted = VARIANT_FALSE;
+  EXPECT_EQ(arrays->Sort(&values, -1, -1, VARIANT_TRUE, 1, VARIANT_TRUE, &sorted), S_OK);
+  EXPECT_EQ(sorted, VARIANT_TRUE);
+  EXPECT_EQ(arrays->Pop(&values, &result), S_OK);
+  EXPECT_EQ(textOf(result), u"3");
+}
+
+}  // namespace
+}  // namespace quendal
