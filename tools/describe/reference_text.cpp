@@ -102,9 +102,10 @@ std::string anchorOf(std::string_view title) {
   return anchor;
 }
 
-/// A text on one line, for the cell of a table.
+/// A text as a sentence on one line, for the cell of a table.
 std::string cell(std::string text) {
   std::ranges::replace(text, '\n', ' ');
+  text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
   return text;
 }
 
@@ -180,18 +181,37 @@ std::string memberTable(const DescribedClass& described) {
   return text + '\n';
 }
 
+/// "Created as ...", or the properties that hand an object of the class out.
+std::string wayTo(const ClassIdentity& identity) {
+  if (!identity.programId.empty()) return "created as " + code(narrow(identity.programId));
+  std::string ways;
+  for (const CatalogueEntry& entry : catalogue())
+    for (const MemberRow& member : entry.description.members())
+      if (member.result.type == InterfaceType::Class && member.result.name == identity.name)
+        ways += (ways.empty() ? "" : ", ") +
+                code(narrow(entry.description.identity().name) + '.' + narrow(member.name));
+  return ways.empty() ? "not reached by pages" : ways;
+}
+
+std::string contents(const Reference& reference) {
+  std::string text = "| Class | | |\n|---|---|---|\n";
+  for (const DescribedClass& described : reference.classes) {
+    const ClassIdentity& identity = described.description.identity();
+    const std::string name = narrow(identity.name);
+    text += "| [" + code(name) + "](#" + anchorOf(name) + ") | " + narrow(identity.help) + " | " +
+            wayTo(identity) + " |\n";
+  }
+  return text + "| [Enumerations](#enumerations) | | |\n\n";
+}
+
 std::string classText(const DescribedClass& described) {
   const ClassIdentity& identity = described.description.identity();
-  const std::string name = narrow(identity.name);
-  std::string text = "## " + name + "\n\n" + narrow(identity.help) + ' ';
-  text += identity.programId.empty() ? "Pages cannot create it."
-                                     : "Created as " + code(narrow(identity.programId)) + '.';
-  text += " Interface " + code(narrow(identity.interfaceName)) + ", class identifier " +
-          code(narrow(registryForm(identity.classId))) + ".\n\n";
-  text += paragraph(described.piece.opening.notes);
+  std::string text = "## " + narrow(identity.name) + "\n\n" + narrow(identity.help) +
+                     " Interface " + code(narrow(identity.interfaceName)) + ", class identifier " +
+                     code(narrow(registryForm(identity.classId))) + "; " + wayTo(identity) +
+                     ".\n\n" + paragraph(described.piece.opening.notes) + memberTable(described);
   if (!described.piece.opening.example.empty())
-    text += "Its examples begin with:\n\n" + block("vbscript", described.piece.opening.example);
-  text += memberTable(described);
+    text += "The examples begin with:\n\n" + block("vbscript", described.piece.opening.example);
   for (const PieceEntry& entry : described.piece.entries) text += entryText(described, entry);
   return text;
 }
@@ -218,7 +238,7 @@ std::string referenceText(const Reference& reference) {
   std::string text =
       "<!-- Made from the classes' tables and docs/reference/ by tools/describe; a test compares. "
       "-->\n" +
-      reference.introduction + '\n';
+      reference.introduction + '\n' + contents(reference);
   for (const DescribedClass& described : reference.classes) text += classText(described);
   text += enumerationsText(reference.enumerations);
   text.resize(text.size() - 1);
