@@ -11,7 +11,8 @@ set(typelib ${CMAKE_CURRENT_BINARY_DIR}/QUENDAL_REPORTS_ASP.tlb)
 add_custom_command(OUTPUT ${typelib}
   COMMAND ${QUENDAL_WIDL} -m${QUENDAL_BITS} -t -I${QUENDAL_WINE_INCLUDE} -L${QUENDAL_WINE_LIBRARY}
           -o ${typelib} ${idl}
-  DEPENDS ${idl}
+  COMMAND perl ${CMAKE_CURRENT_LIST_DIR}/undate_typelib.pl ${typelib}
+  DEPENDS ${idl} ${CMAKE_CURRENT_LIST_DIR}/undate_typelib.pl
   VERBATIM)
 
 enable_language(RC)
@@ -24,4 +25,4 @@ add_library(QUENDAL_CLASSIC_ASP SHARED ${component_sources}
   src/component/windows/exports.def ${CMAKE_CURRENT_BINARY_DIR}/generated/component.rc)
 set_target_properties(QUENDAL_CLASSIC_ASP PROPERTIES PREFIX "" SUFFIX ".DLL")
 target_link_libraries(QUENDAL_CLASSIC_ASP PRIVATE quendal_objects)
-target_link_options(QUENDAL_CLASSIC_ASP PRIVATE -static -s)
+target_link_options(QUENDAL_CLASSIC_ASP PRIVATE -static -s -Wl,--no-insert-timestamp)

@@ -64,6 +64,9 @@ build() {
 
 # A Windows of our own for each build folder. Programs and files are named by their path below it,
 # with backslashes. wine_start BITS fails when it cannot be had, or does not come up in two tries.
+# A script that sets $wine_variant (a name such as "-packages") has another one beside the usual,
+# with a stage folder of its own; wine_forget BITS removes it.
+wine_variant=
 wine_start() {
   local bits=$1 attempt
   for attempt in 1 2; do
@@ -72,14 +75,17 @@ wine_start() {
     [ "$(wine_run "$bits" cmd /c echo ready)" != ready ] || return 0
     say "win$bits did not come up; trying it from the start"
     in_wine "$bits" wineserver -k9 >/dev/null 2>&1 || true
-    if [ "$bits" = 64 ]; then rm -rf "$root/build/win64/wine"
-    else as_root rm -rf "$wine32_root/root/.wine"
-    fi
+    wine_forget "$bits"
   done
   return 1
 }
+wine_forget() {
+  if [ "$1" = 64 ]; then rm -rf "$root/build/win64/wine$wine_variant"
+  else as_root rm -rf "$wine32_root/root/.wine$wine_variant"
+  fi
+}
 wine_stop() {
-  if [ "$1" = 64 ]; then [ ! -d "$root/build/win64/wine" ] || in_wine 64 wineserver -k >/dev/null 2>&1 || true
+  if [ "$1" = 64 ]; then [ ! -d "$root/build/win64/wine$wine_variant" ] || in_wine 64 wineserver -k >/dev/null 2>&1 || true
   else wine32_stop
   fi
 }
@@ -100,12 +106,13 @@ wine_run() {
 in_wine() {
   local bits=$1 limit=(timeout --kill-after=10 "${wine_seconds:-600}"); shift
   if [ "$bits" = 64 ]; then
-    (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine "${limit[@]}" "$@" </dev/null)
+    (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine$wine_variant "${limit[@]}" "$@" </dev/null)
   else
     as_root "${limit[@]}" chroot "$wine32_root" /usr/bin/env -i HOME=/root \
+      WINEPREFIX="/root/.wine$wine_variant" STAGE="/quendal$wine_variant" \
       PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 WINEDEBUG=-all \
       WINEDLLOVERRIDES="mscoree,mshtml=" \
-      bash -c 'cd /quendal 2>/dev/null; exec "$@"' - "$@" </dev/null
+      bash -c 'cd "$STAGE" 2>/dev/null; exec "$@"' - "$@" </dev/null
   fi
 }
 
@@ -141,7 +148,7 @@ wine_stage() {
   fi
 }
 # The stage folder as this system sees it, and as that Windows does.
-wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage"; else echo "$wine32_root/quendal"; fi; }
+wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage$wine_variant"; else echo "$wine32_root/quendal$wine_variant"; fi; }
 wine_path() {
-  if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo 'Z:\quendal'; fi
+  if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo "Z:\\quendal$wine_variant"; fi
 }

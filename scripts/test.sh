@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# Runs the tests: scripts/test.sh [lint|native|win64|win32|all]. Without one: native and win64.
+# Runs the tests: scripts/test.sh [lint|native|win64|win32|packages|all]. Without one: native and
+# win64.
 #   lint    what scripts/lint.sh checks in the sources, and each fuzz target for a few seconds
 #   native  Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   win64   the x64 component and its tests under Wine, pages in its script hosts
 #   win32   the same for x86
+#   packages  what scripts/package.sh makes, as a user installs, uses and removes it
 # Ends with "N passed, N failed[, N skipped]". A home whose tools cannot be had on this machine is
 # named and counted as skipped.
 . "$(dirname "$0")/lib.sh"
+. "$root/scripts/packages_test.sh"
 
 passed=0 failed=0 skipped=0
 
@@ -91,9 +94,10 @@ case ${1:-default} in
   native) run_native ;;
   win64) run_windows 64 ;;
   win32) run_windows 32 ;;
+  packages) run_packages ;;
   default) run_native; run_windows 64 ;;
-  all) run_lint; run_native; run_windows 64; run_windows 32 ;;
-  *) say "usage: $0 [lint|native|win64|win32|all]"; exit 2 ;;
+  all) run_lint; run_native; run_windows 64; run_windows 32; run_packages ;;
+  *) say "usage: $0 [lint|native|win64|win32|packages|all]"; exit 2 ;;
 esac
 
 summary="$passed passed, $failed failed"

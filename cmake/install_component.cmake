@@ -1,0 +1,38 @@
+# `cmake --install` of the Windows home: a folder for the bitness with the DLL, the type library and
+# the manifests, and beside it the registration commands, the documentation and the examples. Both
+# bitnesses install into the same folder.
+include(${CMAKE_CURRENT_LIST_DIR}/component_manifest.cmake)
+
+if(QUENDAL_BITS EQUAL 64)
+  set(folder x64)
+  set(manifest_architecture amd64)
+else()
+  set(folder x86)
+  set(manifest_architecture x86)
+endif()
+
+set(QUENDAL_ASSEMBLY Quendal.ClassicAsp)
+set(manifest_version ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}.0.${PROJECT_VERSION_PATCH})
+read_manifest_entries(${idl} manifest_classes manifest_type_library manifest_interfaces)
+set(assembly_manifest ${CMAKE_CURRENT_BINARY_DIR}/generated/${QUENDAL_ASSEMBLY}.manifest)
+set(client_manifest ${CMAKE_CURRENT_BINARY_DIR}/generated/client.exe.manifest)
+configure_file(packaging/assembly.manifest.in ${assembly_manifest} @ONLY)
+configure_file(packaging/client.exe.manifest.in ${client_manifest} @ONLY)
+
+install(TARGETS QUENDAL_CLASSIC_ASP RUNTIME DESTINATION ${folder})
+install(FILES ${typelib} ${assembly_manifest} ${client_manifest} DESTINATION ${folder})
+install(PROGRAMS packaging/register.cmd packaging/unregister.cmd DESTINATION .)
+
+file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
+install(FILES README.md DESTINATION .)
+install(FILES ${pages} DESTINATION docs)
+install(DIRECTORY examples/ DESTINATION examples
+  PATTERN native_host.cpp EXCLUDE
+  PATTERN cmake_consumer EXCLUDE)
+
+# Shows and tests the use without registration; not installed itself, its source is.
+add_executable(registration_free_client EXCLUDE_FROM_ALL examples/registration_free/client.cpp)
+set_target_properties(registration_free_client PROPERTIES OUTPUT_NAME client SUFFIX ".exe")
+target_compile_definitions(registration_free_client PRIVATE UNICODE _UNICODE)
+target_link_libraries(registration_free_client PRIVATE oleaut32 ole32 uuid)
+target_link_options(registration_free_client PRIVATE -static)
