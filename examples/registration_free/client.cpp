@@ -78,6 +78,7 @@ void useComponent() {
   std::printf("FUNCTIONS: %ls\n", text.bstrVal);
 
   const Client logger(L"QUENDAL_REPORTS_ASP.LOGGING");
+  logger.call(L"SetLogFile", argument(Value(L"CLIENT.TXT")));
   std::printf("LOGGING: %ls\n", logger.call(L"FileName").bstrVal);
 
   // The type library is found in the same way, for tools and for early-bound clients.
