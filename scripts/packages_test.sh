@@ -115,12 +115,15 @@ registration() {  # registration BITS [/user]
   diff "$unpacked/before" "$unpacked/after" >&2
 }
 
-sees_user_classes() { wine_run "$1" reg query 'HKCR\QUENDAL_REPORTS_ASP.LOGGING' >/dev/null; }
+sees_user_classes() {
+  wine_run "$1" reg query 'HKCR\QUENDAL_REPORTS_ASP.LOGGING' >/dev/null
+}
 
 page_runs() {  # page_runs BITS; its log tells the version that the package has
   local bits=$1 work stage
   work=$(wine_path "$bits") stage=$(wine_folder "$bits")
-  wine_run "$bits" cscript //nologo "$work\\examples\\page.vbs" "$work" | grep '^end of page$' >&2 &&
+  wine_run "$bits" cscript //nologo "$work\\examples\\page.vbs" "$work" |
+    grep '^end of page$' >&2 &&
     iconv -f UTF-16 -t UTF-8 "$stage/LOGS/LOG.TXT" | tr -d '\r' |
     grep "^Quendal Classic ASP Version \.* ${version//./\\.}\$" >&2
 }
