@@ -9,16 +9,16 @@ template <>
 const ClassDescription& describe<ArrayFunctions>() {
   using A = ArrayFunctions;
   static const MemberRow rows[] = {
-      method<&A::getUBound>(u"GetUBound", u"The upper bound, -1 for an unallocated array.",
+      method<&A::getUBound>(u"GetUBound", u"The upper bound; -1 for an unallocated array.",
                             {in(u"Arr")}),
-      method<&A::getLBound>(u"GetLBound", u"The lower bound, -1 for an unallocated array.",
+      method<&A::getLBound>(u"GetLBound", u"The lower bound; -1 for an unallocated array.",
                             {in(u"Arr")}),
       method<&A::push>(u"Push", u"Adds an element at the end.", {in(u"Arr"), in(u"szValue")}),
       method<&A::pop>(u"Pop", u"Takes the last element off.", {in(u"Arr")}),
       method<&A::shift>(u"Shift", u"Takes the first element off.", {in(u"Arr")}),
       method<&A::unshift>(u"Unshift", u"Overwrites the first element, keeping the length.",
                           {in(u"Arr"), in(u"varValue")}),
-      method<&A::slice>(u"Slice", u"A new array of some elements.",
+      method<&A::slice>(u"Slice", u"Copies some elements into a new array, or takes them out.",
                         {in(u"Arr"), in(u"bRemove"), in(u"iStart"), optional(u"iEnd", 1)}),
       method<&A::splice>(u"Splice", u"Replaces some elements by others; returns the former.",
                          {in(u"Arr"), in(u"iOffset"), in(u"iLength"), in(u"values")}),

@@ -23,7 +23,8 @@ const ClassDescription& describe<Logging>() {
       put<&L::setUnicode>(u"Unicode", u"Sets the text format for the next entries.",
                           {in(u"IN_bUnicode")}),
       get<&L::logLevel>(u"LogLevel", u"Entries up to this level are written."),
-      put<&L::setLogLevel>(u"LogLevel", u"Sets the level; any number.", {in(u"IN_iLogLevel")}),
+      put<&L::setLogLevel>(u"LogLevel", u"Sets the level; any number will do.",
+                           {in(u"IN_iLogLevel")}),
       get<&L::rolloverBytes>(u"RolloverBytes", u"Size at which the log becomes an archive."),
       put<&L::setRolloverBytes>(u"RolloverBytes", u"Sets the size; 0 or less: never.",
                                 {in(u"IN_RolloverBytes")}),
@@ -77,8 +78,9 @@ const ClassDescription& describe<Logging>() {
                                            u"Reports the files beside the library.", {kOut}),
       method<&L::logOdbcDrivers>(u"LogODBCDrivers", u"Reports the ODBC drivers.", {kOut}),
       method<&L::logConfiguration>(u"LogConfiguration", u"Reports the logger's settings.", {kOut}),
-      method<&L::logSystemInfo>(u"LogSystemInfo", u"Reports the platform.", {kOut}),
-      method<&L::logDiagnostics>(u"LogDiagnostics", u"Writes most of the reports.", {kOut}),
+      method<&L::logSystemInfo>(u"LogSystemInfo",
+                                u"Reports the operating system and the library's version.", {kOut}),
+      method<&L::logDiagnostics>(u"LogDiagnostics", u"Writes all reports on the server.", {kOut}),
   };
   static const ClassDescription description(
       {L::kClassName, u"_LOGGING", guid("BEB8AD95-C69C-4BA7-8279-2097E458CA71"),

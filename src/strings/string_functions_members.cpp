@@ -9,7 +9,7 @@ template <>
 const ClassDescription& describe<StringFunctions>() {
   using S = StringFunctions;
   static const MemberRow rows[] = {
-      method<&S::formatDateTime>(u"FormatDateTime", u"A date by a format of # tokens.",
+      method<&S::formatDateTime>(u"FormatDateTime", u"A date as text, by a format with # tokens.",
                                  {in(u"varDate"), in(u"szFormat")}),
       method<&S::numberToWords>(u"NumberToWords", u"A whole number in English words.",
                                 {in(u"IN_iNumber")}),

@@ -1,5 +1,5 @@
-// The DLL itself: registration, factories, the type library inside it, and early-bound calls.
-// The test program expects the DLL beside it.
+// The DLL itself: registration, factories, and the type library inside it. The test program expects
+// the DLL beside it.
 #include <gtest/gtest.h>
 #include <quendal/object.h>
 

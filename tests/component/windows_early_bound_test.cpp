@@ -2,7 +2,6 @@
 // function tables that the type library's own interface definition declares.
 #include <QUENDAL_REPORTS_ASP.h>
 #include <gtest/gtest.h>
-#include <initguid.h>  // before the definition, whose identifiers it makes
 #include <quendal/variant.h>
 
 #include <memory>
@@ -58,12 +57,12 @@ class EarlyBoundTest : public ::testing::Test {
     FreeLibrary(module_);
   }
 
-  template <class Interface>
-  static Pointer<Interface> create(REFCLSID classId) {
+  template <class Class, class Interface>
+  static Pointer<Interface> create() {
     void* object = nullptr;
-    EXPECT_EQ(
-        CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface), &object),
-        S_OK);
+    EXPECT_EQ(CoCreateInstance(__uuidof(Class), nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface),
+                               &object),
+              S_OK);
     return Pointer<Interface>(static_cast<Interface*>(object));
   }
 
@@ -79,7 +78,7 @@ class EarlyBoundTest : public ::testing::Test {
 
 TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
   const platform::TempFolder folder;
-  const auto logger = create<_LOGGING>(CLSID_LOGGING);
+  const auto logger = create<LOGGING, _LOGGING>();
   ASSERT_NE(logger, nullptr);
   short level = 3;
   EXPECT_EQ(logger->put_LogLevel(&level), S_OK);
@@ -113,7 +112,7 @@ TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
 }
 
 TEST_F(EarlyBoundTest, TheFunctionsTakeListsArraysAndEnumerations) {
-  const auto functions = create<_FUNCTIONS>(CLSID_FUNCTIONS);
+  const auto functions = create<FUNCTIONS, _FUNCTIONS>();
   ASSERT_NE(functions, nullptr);
   Variant values = arrayOf({Variant(std::int16_t{3}), Variant(7.5), Variant(std::int16_t{5})});
   Variant result;
