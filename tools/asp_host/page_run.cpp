@@ -1,0 +1,269 @@
+#include "page_run.h"
+
+#include <ocidl.h>
+
+#include <stdexcept>
+
+#include "encoding.h"
+#include "platform/dispatch.h"
+#include "platform/files.h"
+
+namespace quendal::host {
+namespace {
+
+std::string readFile(const std::u16string& file) {
+  std::vector<std::byte> bytes;
+  if (platform::readFile(file, bytes) != platform::FileError::None)
+    throw std::runtime_error("the file cannot be read: " + encoded(file, kUtf8));
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+bool offers(const Object& object, std::u16string_view member) {
+  DISPID id = DISPID_UNKNOWN;
+  return SUCCEEDED(platform::memberId(object.dispatch(), member, &id));
+}
+
+std::u16string messageOf(const std::exception& error) {
+  if (const auto* raised = dynamic_cast<const AutomationError*>(&error))
+    return raised->description();
+  return decoded(error.what(), kUtf8);
+}
+
+/// "%" and two digits for each byte that is no letter or digit, "+" for a blank.
+std::u16string urlEncoded(std::u16string_view text, unsigned codePage) {
+  static constexpr char16_t kDigits[] = u"0123456789ABCDEF";
+  std::u16string result;
+  for (const char c : encoded(text, codePage)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+        (byte >= 'a' && byte <= 'z'))
+      result += static_cast<char16_t>(byte);
+    else if (byte == ' ')
+      result += u'+';
+    else
+      result.append({u'%', kDigits[byte >> 4], kDigits[byte & 15]});
+  }
+  return result;
+}
+
+std::u16string htmlEncoded(std::u16string_view text) {
+  std::u16string result;
+  for (const char16_t c : text) {
+    if (c == u'<')
+      result += u"&lt;";
+    else if (c == u'>')
+      result += u"&gt;";
+    else if (c == u'&')
+      result += u"&amp;";
+    else if (c == u'"')
+      result += u"&quot;";
+    else
+      result += c;
+  }
+  return result;
+}
+
+}  // namespace
+
+PageRun::PageRun(PageRequest request, PagePlace place, std::shared_ptr<SharedState> shared,
+                 std::chrono::seconds scriptTimeout)
+    : request_(std::move(request)),
+      place_(std::move(place)),
+      shared_(std::move(shared)),
+      timeout_(scriptTimeout) {}
+
+PageResponse PageRun::execute() {
+  {
+    const std::scoped_lock lock(mutex_);
+    started_ = Clock::now();
+  }
+  std::optional<std::u16string> failure;
+  try {
+    const ParsedPage page = parse();
+    context_ = makeContext(page);
+    runScripts(page, context_);
+  } catch (const PageError& error) {
+    if (!ended_) failure = error.text();
+  } catch (const std::exception& error) {
+    failure = place_.file() + u": " + messageOf(error);
+  }
+  if (ended_) *stop_ = false;  // objects may still use the page at its end
+  endObjects();
+  dropEngines();
+  context_ = {};
+  *stop_ = true;
+  shared_->applicationLock.unlock(this);
+  PageResponse response;
+  try {
+    response = failure ? failed(*failure) : response_->finished();
+    if (failure) response.body = response_->finished().body;
+  } catch (const std::exception& error) {
+    response = failed(messageOf(error));
+  }
+  if (session_ != nullptr && shared_->sessions.keep(session_))
+    response.headers.emplace_back(
+        "Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" + session_->key + "; path=/; HttpOnly");
+  const std::scoped_lock lock(mutex_);
+  started_.reset();
+  return response;
+}
+
+ParsedPage PageRun::parse() const {
+  return parsePage(place_.file(),
+                   {[this](std::u16string_view name, bool isVirtual, const std::u16string& from) {
+                      return place_.map(
+                          isVirtual ? u"/" + std::u16string(name) : std::u16string(name), from);
+                    },
+                    &readFile, &decoded});
+}
+
+Object PageRun::makeContext(const ParsedPage& page) {
+  const StopFlag stop = stop_;
+  checkCodePage(page.codePage);
+  response_->codePage = page.codePage;
+  const auto decodeCookie = [](std::string_view bytes) { return decoded(bytes, kUtf8); };
+  const Fields cookies = parseFields(request_.header("Cookie"), ';', decodeCookie);
+  const Field* key = find(cookies, kSessionCookie);
+  session_ = shared_->sessions.find(key == nullptr ? "" : encoded(key->values.front(), kUtf8));
+  const auto end = [this] {
+    ended_ = true;
+    this->stop();
+    throw AutomationError(error_number::kInvalidCall, u"The page has ended");
+  };
+  const auto constant = [](Object value) { return [value] { return Variant(value); }; };
+  return PageObject(stop)
+      .property(u"Request", constant(makeRequest(stop, request_, place_, page.codePage)))
+      .property(u"Response",
+                constant(makeResponse(
+                    stop, response_,
+                    std::make_shared<const std::vector<std::u16string>>(page.blocks), end)))
+      .property(u"Server", constant(makeServer()))
+      .property(u"Session", constant(makeSession(stop, session_)))
+      .property(u"Application", constant(makeApplication(stop, shared_, this)))
+      .object();
+}
+
+Object PageRun::makeServer() {
+  return PageObject(stop_)
+      .method(u"CreateObject", {1, 1},
+              [this](Arguments a) { return Variant(createObject(textOf(a[0]))); })
+      .method(
+          u"MapPath", {1, 1},
+          [place = place_](Arguments a) { return Variant(place.map(textOf(a[0]), place.file())); })
+      .method(u"HTMLEncode", {1, 1},
+              [](Arguments a) { return Variant(htmlEncoded(joinedTextOf(a[0]))); })
+      .method(u"URLEncode", {1, 1},
+              [this](Arguments a) {
+                return Variant(urlEncoded(joinedTextOf(a[0]), response_->codePage));
+              })
+      .property(
+          u"ScriptTimeout",
+          [this] {
+            const std::scoped_lock lock(mutex_);
+            return Variant(static_cast<std::int32_t>(timeout_.count()));
+          },
+          [this](const VARIANT& value) {
+            const std::int32_t seconds = int32Of(value);
+            if (seconds < 1) throw AutomationError(error_number::kInvalidCall);
+            const std::scoped_lock lock(mutex_);
+            timeout_ = std::chrono::seconds(seconds);
+          })
+      .object();
+}
+
+Object PageRun::createObject(std::u16string_view programId) {
+  const std::u16string name(programId);
+  CLSID classId{};
+  void* created = nullptr;
+  const HRESULT code =
+      FAILED(CLSIDFromProgID(oleText(name.c_str()), &classId))
+          ? REGDB_E_CLASSNOTREG
+          : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                             IID_IDispatch, &created);
+  if (FAILED(code))
+    throw AutomationError(error_number::kCannotCreate, u"The object cannot be created: " + name);
+  Object object = Object::attach(static_cast<IDispatch*>(created));
+  void* asked = nullptr;
+  if (SUCCEEDED(object.dispatch()->QueryInterface(__uuidof(IObjectWithSite), &asked))) {
+    const Reference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
+    sited->SetSite(engines_.back()->site());
+  }
+  if (offers(object, u"OnStartPage")) object.call(u"OnStartPage", context_);
+  created_.push_back(object);
+  return object;
+}
+
+void PageRun::runScripts(const ParsedPage& page, const Object& context) {
+  for (const PageScript& script : page.scripts) {
+    auto engine = std::make_unique<ScriptEngine>(script.language, context);
+    ScriptEngine& current = *engine;
+    if (!engines_.empty()) current.addFunctionsOf(*engines_.back());
+    {
+      const std::scoped_lock lock(mutex_);
+      engines_.push_back(std::move(engine));
+    }
+    current.run(script);
+  }
+}
+
+void PageRun::endObjects() noexcept {
+  for (const Object& object : created_) {
+    try {
+      if (offers(object, u"OnEndPage")) object.call(u"OnEndPage");
+    } catch (const std::exception&) {
+      // The page is over, and nobody is left to whom this could be told.
+    }
+  }
+  created_.clear();
+}
+
+void PageRun::dropEngines() noexcept {
+  std::vector<std::unique_ptr<ScriptEngine>> engines;
+  {
+    const std::scoped_lock lock(mutex_);
+    engines.swap(engines_);
+  }
+  while (!engines.empty()) engines.pop_back();
+}
+
+std::optional<PageRun::Clock::time_point> PageRun::deadline() const {
+  const std::scoped_lock lock(mutex_);
+  if (!started_) return std::nullopt;
+  return *started_ + timeout_;
+}
+
+void PageRun::stop() noexcept {
+  *stop_ = true;
+  const std::scoped_lock lock(mutex_);
+  for (const auto& engine : engines_) engine->interrupt();
+}
+
+std::vector<ModuleRange> PageRun::engineModules() const {
+  const std::scoped_lock lock(mutex_);
+  std::vector<ModuleRange> modules;
+  for (const auto& engine : engines_) modules.push_back(engine->module());
+  return modules;
+}
+
+void PageRun::abandon() noexcept {
+  const std::scoped_lock lock(mutex_);
+  for (auto& engine : engines_) static_cast<void>(engine.release());
+  for (Object& object : created_) static_cast<void>(object.release());
+  static_cast<void>(context_.release());
+  engines_.clear();
+}
+
+PageResponse PageRun::timedOut() {
+  shared_->applicationLock.unlock(this);
+  return failed(place_.file() + u": the script ran longer than its time-out");
+}
+
+PageResponse PageRun::failed(std::u16string_view why) {
+  PageResponse response;
+  response.status = 500;
+  response.reason = "Internal Server Error";
+  response.failure = encoded(why, kUtf8);
+  return response;
+}
+
+}  // namespace quendal::host

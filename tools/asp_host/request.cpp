@@ -1,0 +1,148 @@
+#include "request.h"
+
+#include <algorithm>
+
+#include "core/text_tools.h"
+#include "encoding.h"
+#include "site_path.h"
+
+namespace quendal::host {
+namespace {
+
+std::u16string wide(std::string_view text) { return decoded(text, kUtf8); }
+
+bool isFormBody(const PageRequest& request) {
+  const std::u16string type = wide(request.header("Content-Type"));
+  return equalNoCase(type.substr(0, type.find_first_of(u"; ")),
+                     u"application/x-www-form-urlencoded");
+}
+
+Fields serverVariables(const PageRequest& request, const PagePlace& place) {
+  Fields fields;
+  const auto set = [&](std::u16string_view name, std::u16string value) {
+    add(fields, name, std::move(value));
+  };
+  std::u16string all;
+  Fields headers;
+  for (const auto& [name, value] : request.headers) {
+    std::u16string key = u"HTTP_" + wide(name);
+    std::ranges::transform(key, key.begin(), [](char16_t c) {
+      return c == u'-' ? u'_' : c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c;
+    });
+    all += key + u":" + wide(value) + u"\n";
+    add(headers, key, wide(value));
+  }
+  set(u"ALL_HTTP", all);
+  set(u"APPL_PHYSICAL_PATH", place.root + u"\\");
+  set(u"CONTENT_LENGTH", decimalText(static_cast<std::int64_t>(request.body.size())));
+  set(u"CONTENT_TYPE", wide(request.header("Content-Type")));
+  set(u"GATEWAY_INTERFACE", u"CGI/1.1");
+  set(u"HTTPS", u"off");
+  set(u"LOCAL_ADDR", u"127.0.0.1");
+  set(u"PATH_INFO", place.virtualPath);
+  set(u"PATH_TRANSLATED", place.file());
+  set(u"QUERY_STRING", wide(request.query));
+  set(u"REMOTE_ADDR", wide(request.remoteAddress));
+  set(u"REMOTE_HOST", wide(request.remoteAddress));
+  set(u"REQUEST_METHOD", wide(request.method));
+  set(u"SCRIPT_NAME", place.virtualPath);
+  const std::u16string host = wide(request.header("Host"));
+  set(u"SERVER_NAME", host.empty() ? u"localhost" : host.substr(0, host.find(u':')));
+  set(u"SERVER_PORT", decimalText(request.port));
+  set(u"SERVER_PROTOCOL", u"HTTP/1.1");
+  set(u"SERVER_SOFTWARE", u"asp_host");
+  set(u"URL", place.virtualPath);
+  fields.insert(fields.end(), headers.begin(), headers.end());
+  for (const auto& [name, value] : request.variables) {
+    std::erase_if(fields, [&](const Field& field) { return equalNoCase(field.name, name); });
+    set(name, value);
+  }
+  return fields;
+}
+
+/// A cookie's text, or the values of its keys: "user=a&lang=en".
+Object makeCookie(const StopFlag& stop, const std::u16string& raw, const Decode& decode) {
+  const auto keys = std::make_shared<const Fields>(
+      raw.find(u'=') == std::u16string::npos ? Fields{}
+                                             : parseFields(encoded(raw, kUtf8), '&', decode));
+  return PageObject(stop)
+      .defaultMember({0, 1},
+                     [keys, raw](Arguments arguments) -> Variant {
+                       if (arguments.empty()) return raw;
+                       const Field* key = find(*keys, textOf(arguments[0]));
+                       return key == nullptr ? Variant() : Variant(key->joined());
+                     })
+      .property(u"HasKeys", [keys] { return Variant(booleanOf(!keys->empty())); })
+      .elements([keys] {
+        std::vector<Variant> names;
+        for (const Field& key : *keys) names.emplace_back(key.name);
+        return names;
+      })
+      .object();
+}
+
+}  // namespace
+
+std::string PageRequest::header(std::string_view name) const {
+  const auto found = std::ranges::find_if(
+      headers, [&](const auto& entry) { return equalNoCase(wide(entry.first), wide(name)); });
+  return found == headers.end() ? std::string() : found->second;
+}
+
+std::u16string PagePlace::physical(std::u16string_view resolved) const {
+  std::u16string path = root + std::u16string(resolved);
+  std::ranges::replace(path, u'/', u'\\');
+  return path;
+}
+
+std::u16string PagePlace::map(std::u16string_view path, std::u16string_view fromFile) const {
+  std::u16string full(path);
+  if (path.empty() || (path[0] != u'/' && path[0] != u'\\'))
+    full = std::u16string(fromFile.substr(root.size(), fromFile.rfind(u'\\') - root.size())) +
+           u"/" + full;
+  const auto resolved = resolvedPath(full);
+  if (!resolved)
+    throw AutomationError(error_number::kInvalidCall,
+                          u"The path is outside the site: " + std::u16string(path));
+  return physical(*resolved);
+}
+
+Object makeRequest(const StopFlag& stop, const PageRequest& request, const PagePlace& place,
+                   unsigned codePage) {
+  const Decode decode = [codePage](std::string_view bytes) { return decoded(bytes, codePage); };
+  const auto values = [stop](const Field& field) { return Variant(makeValueList(stop, field)); };
+  const auto text = [](const Field& field) { return Variant(field.joined()); };
+  const auto collection = [&](Fields fields, std::u16string whole, auto item) {
+    return makeCollection(stop, {std::make_shared<const Fields>(std::move(fields)),
+                                 std::move(whole), std::move(item)});
+  };
+  const std::string form = isFormBody(request) ? request.body : std::string();
+  const std::vector<Object> collections = {
+      collection(parseFields(request.query, '&', decode), wide(request.query), values),
+      collection(parseFields(form, '&', decode), wide(form), values),
+      collection(parseFields(request.header("Cookie"), ';', decode), wide(request.header("Cookie")),
+                 [stop, decode](const Field& field) {
+                   return Variant(makeCookie(stop, field.values.front(), decode));
+                 }),
+      collection(serverVariables(request, place), {}, text)};
+  PageObject object(stop);
+  constexpr std::u16string_view kNames[] = {u"QueryString", u"Form", u"Cookies",
+                                            u"ServerVariables"};
+  for (std::size_t i = 0; i < collections.size(); ++i)
+    object.property(kNames[i], [value = collections[i]] { return Variant(value); });
+  return object
+      .property(u"TotalBytes",
+                [size = request.body.size()] { return Variant(static_cast<std::int32_t>(size)); })
+      .defaultMember({1, 1},
+                     [collections](Arguments arguments) -> Variant {
+                       for (const Object& each : collections) {
+                         Variant found = each.get(u"Item", textOf(arguments[0]));
+                         if (found.vt != VT_EMPTY) return found;
+                       }
+                       return {};
+                     })
+      .defaultName(u"Item")
+      .object();
+}
+
+}  // namespace quendal::host

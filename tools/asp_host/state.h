@@ -1,0 +1,83 @@
+// What outlives a page: the contents of the application and of each session.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "page_object.h"
+
+namespace quendal::host {
+
+/// Named values that pages on all threads share. An object belongs to the apartment of its page, so
+/// that none can be kept here, neither by itself nor in an array (raises 438 as a plain error).
+class Contents {
+ public:
+  [[nodiscard]] Variant get(std::u16string_view name) const;
+  void put(std::u16string_view name, const VARIANT& value);
+  void remove(std::u16string_view name);
+  void clear();
+  [[nodiscard]] std::vector<Variant> names() const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::map<std::u16string, std::pair<std::u16string, Variant>> values_;  // by lower-case name
+};
+
+/// The application's lock: held by one page at a time, whose later Locks change nothing.
+class PageLock {
+ public:
+  /// Waits until `stop` is set, then raises 5.
+  void lock(const void* page, const StopFlag& stop);
+  void unlock(const void* page);
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable freed_;
+  const void* owner_ = nullptr;
+};
+
+struct SessionState {
+  std::string key;      // of the cookie, unguessable
+  std::int32_t id = 0;  // as the page sees it
+  Contents contents;
+  std::atomic<bool> used = false;  // worth keeping: the page looked at its identity or contents
+  std::atomic<bool> abandoned = false;
+};
+
+/// The sessions of a site, kept for twenty minutes after their last page.
+class Sessions {
+ public:
+  /// The session of a key, or a new one, which is not kept yet.
+  [[nodiscard]] std::shared_ptr<SessionState> find(std::string_view key);
+  /// At a page's end: keeps a session that was used, forgets one that was abandoned. True when the
+  /// client must be told the key of a new session.
+  bool keep(const std::shared_ptr<SessionState>& session);
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  struct Kept {
+    std::shared_ptr<SessionState> session;
+    Clock::time_point lastUsed;
+  };
+  std::mutex mutex_;
+  std::map<std::string, Kept, std::less<>> kept_;
+  std::int32_t lastId_ = 0;
+};
+
+/// What all pages of a site share.
+struct SharedState {
+  Contents application;
+  PageLock applicationLock;
+  Sessions sessions;
+};
+
+[[nodiscard]] Object makeSession(const StopFlag& stop, std::shared_ptr<SessionState> session);
+/// `page` identifies the page for the lock.
+[[nodiscard]] Object makeApplication(const StopFlag& stop, std::shared_ptr<SharedState> shared,
+                                     const void* page);
+
+}  // namespace quendal::host
