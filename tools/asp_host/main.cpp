@@ -153,7 +153,10 @@ int serveFolder(CommandLine& line) {
   while (options.root.ends_with(u'\\')) options.root.pop_back();
   if (!platform::lookAt(options.root).isFolder)
     throw UsageError("there is no folder " + encoded(options.root, kUtf8));
-  serve(options, [](DWORD stream, std::string_view text) { print(stream, text); });
+  const auto to = [](DWORD stream) {
+    return [stream](std::string_view line) { print(stream, std::string(line) + "\n"); };
+  };
+  serve(options, {to(STD_OUTPUT_HANDLE), to(STD_ERROR_HANDLE)});
   return 0;
 }
 
