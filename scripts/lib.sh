@@ -43,7 +43,7 @@ need() {
 need_native() { need g++ cmake ninja-build; }
 need_windows() {
   need g++ cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix \
-    mingw-w64-tools libwine-dev wine wine64 googletest
+    mingw-w64-tools libwine-dev wine wine64 googletest libboost-dev
 }
 
 # build PRESET TARGET... [-- CMAKE_ARGUMENT...]: configures and builds; says nothing unless it fails.
@@ -152,3 +152,22 @@ wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage$wine_varian
 wine_path() {
   if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo "Z:\\quendal$wine_variant"; fi
 }
+
+# host_start BITS FOLDER OUTPUT ARGUMENT...: lets the page host, which must be staged, serve a
+# folder. Sets host_port; what the host prints goes to OUTPUT.output and OUTPUT.errors.
+host_start() {
+  local bits=$1 folder=$2 output=$3 attempt; shift 3
+  : >"$output.output"
+  wine_seconds=86400 in_wine "$bits" wine asp_host.exe serve "$folder" --port "${port:-0}" "$@" \
+    >"$output.output" 2>"$output.errors" &
+  for attempt in $(seq 150); do
+    host_port=$(tr -d '\r' <"$output.output" | sed -n 's|.*http://127\.0\.0\.1:\([0-9]*\)/$|\1|p')
+    [ -z "$host_port" ] || return 0
+    sleep 0.2
+  done
+  cat "$output.errors" >&2
+  say "the page host did not start"
+  return 1
+}
+# host_stop BITS: ends it. Fails when it had ended before.
+host_stop() { wine_run "$1" taskkill /f /im asp_host.exe >/dev/null; }

@@ -59,16 +59,46 @@ page() {  # page BITS PAGE: runs a page in the script host and compares what it 
   diff -u "$page.expected" "$actual" >&2
 }
 
+# host_page BITS PAGE: runs a page in the page host, with the arguments beside it, and compares what
+# it prints, errors included, and its exit status.
+host_page() {
+  local bits=$1 page=$2 name pages actual output status=0 arguments=()
+  name=$(basename "$page") pages="$(wine_path "$1")\\host\\pages"
+  actual=$root/build/win$bits/$name.actual
+  [ ! -f "$page.arguments" ] || mapfile -t arguments <"$page.arguments"
+  output=$(wine_run "$bits" asp_host.exe run "$pages\\$name" "${arguments[@]}") || status=$?
+  output=${output//"$pages"/\~}
+  # The keys of sessions are random, and the times of cookies depend on the time zone.
+  { sed -e 's/ASPSESSIONID=[A-Z]*/ASPSESSIONID=KEY/' \
+        -e 's/[A-Z][a-z][a-z], 1[456] Nov 2026 [0-9][0-9]:[0-9]0:00 GMT/TIME/' <<<"$output"
+    echo "exit status $status"
+  } >"$actual"
+  diff -u "$page.expected" "$actual" >&2
+}
+
+# host_serves BITS: asks a page host that serves the test site over HTTP.
+host_serves() {
+  local bits=$1 out=$root/build/win$1 log=$root/build/win$1/serve.log status=0 address
+  host_start "$bits" "$(wine_path "$bits")\\host\\site" "$out/host" --script-timeout 2 ||
+    { failed=$((failed + 1)); return; }
+  timeout 300 "$root/build/native/tests/host/serve/host_serve_tests" --gtest_brief=1 \
+    "$host_port" "$(wine_folder "$bits")/host/site" "$out/host.errors" >"$log" 2>&1 || status=$?
+  cat "$log"
+  count_gtest "$log" "$status"
+  check "the page host still runs" host_stop "$bits"
+}
+
 run_windows() {
   local bits=$1 log status=0 page
   say "== win$bits"
   need_windows || { skip_home "win$bits"; return; }
-  build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions && build native describe print_versions ||
-    { failed=$((failed + 1)); return; }
+  build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions asp_host &&
+    build native describe print_versions host_serve_tests || { failed=$((failed + 1)); return; }
   wine_start "$bits" || { skip_home "win$bits"; return; }
   local out=$root/build/win$bits
   "$root/build/native/describe" examples "$root/docs/reference" "$out/reference"
-  wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" "$root/tests/pages" "$out/reference"
+  wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" \
+    "$out/tools/asp_host/asp_host.exe" "$root/tests/pages" "$root/tests/host" "$out/reference"
   log=$out/tests.log
   wine_run "$bits" quendal_tests.exe --gtest_brief=1 >"$log" || status=$?
   cat "$log"
@@ -78,6 +108,10 @@ run_windows() {
   for page in "$root"/tests/pages/*.{vbs,js} "$out"/reference/*.vbs; do
     check "page $(basename "$page")" page "$bits" "$page"
   done
+  for page in "$root"/tests/host/pages/*.asp; do
+    check "page $(basename "$page") in the page host" host_page "$bits" "$page"
+  done
+  host_serves "$bits"
   check "regsvr32 /u" wine_run "$bits" regsvr32 /s /u "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
   if [ "$bits" = 64 ]; then
     check "both readers of version resources agree" env WINEPREFIX="$out/wine" \

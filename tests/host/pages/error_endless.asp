@@ -1,0 +1,4 @@
+<% Server.ScriptTimeout = 1
+Do
+  n = n + 1
+Loop %>

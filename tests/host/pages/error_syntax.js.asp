@@ -1,0 +1,4 @@
+<%@ LANGUAGE="JScript" %>
+<% var x = 1;
+   Response.Write(x;
+%>

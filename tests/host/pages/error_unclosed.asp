@@ -1,0 +1,2 @@
+text
+<% Response.Write "no end"

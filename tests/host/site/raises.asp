@@ -1,0 +1,3 @@
+<p>
+<% Dim one(1)
+   Response.Write one(2) %>

@@ -1,0 +1,5 @@
+<% On Error Resume Next
+Application.Lock
+Do
+  Response.Write "on and on"
+Loop %>
