@@ -4,7 +4,7 @@ rem Registers the component as it lies here, on a 64-bit Windows in both bitness
 rem (as administrator; otherwise only for the current user), or with /user for the current user.
 rem unregister.cmd calls this with /u first, which takes the registration back.
 setlocal
-set here=%~dp0
+set "here=%~dp0"
 set failed=0
 set options=/s
 if /i "%~1"=="/u" (
@@ -22,10 +22,10 @@ if not "%~1"=="" (
 
 rem A 32-bit command interpreter sees the 64-bit system folder under another name.
 set architecture=%PROCESSOR_ARCHITECTURE%
-set system=%SystemRoot%\System32
+set "system=%SystemRoot%\System32"
 if defined PROCESSOR_ARCHITEW6432 (
   set architecture=%PROCESSOR_ARCHITEW6432%
-  set system=%SystemRoot%\Sysnative
+  set "system=%SystemRoot%\Sysnative"
 )
 if /i "%architecture%"=="x86" (
   call :run "%system%" x86

@@ -64,7 +64,7 @@ build() {
 
 # A Windows of our own for each build folder. Programs and files are named by their path below it,
 # with backslashes. wine_start BITS fails when it cannot be had, or does not come up in two tries.
-# A script that sets $wine_variant (a name such as "-packages") has another one beside the usual,
+# A script that sets $wine_variant (an addition to the names) has another one beside the usual,
 # with a stage folder of its own; wine_forget BITS removes it.
 wine_variant=
 wine_start() {

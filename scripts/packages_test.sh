@@ -57,7 +57,7 @@ check_windows_package() {  # check_windows_package BITS, on a Windows that has s
   local bits=$1 folder=x64
   [ "$bits" = 64 ] || folder=x86
   build "win$bits" registration_free_client || { failed=$((failed + 1)); return; }
-  wine_variant=-packages
+  wine_variant=' & packages'  # a path as people have them
   wine_forget "$bits"
   as_root rm -rf "$(wine_folder "$bits")"
   if wine_start "$bits"; then
