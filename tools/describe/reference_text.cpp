@@ -81,17 +81,16 @@ std::string_view kindOf(const MemberRow& member) {
   return {};
 }
 
-/// "A, B", and the anchor that a heading of that text gets.
+/// "Class.A, B", or "Class.A to Z" for many.
 std::string titleOf(const DescribedClass& described, const PieceEntry& entry) {
-  std::string title = narrow(described.description.identity().name) + '.';
-  std::string separator;
-  for (const std::string& name : entry.names) {
-    title += separator + name;
-    separator = ", ";
-  }
+  constexpr std::size_t kMaxNames = 4;
+  std::string title = narrow(described.description.identity().name) + '.' + entry.names.front();
+  if (entry.names.size() > kMaxNames) return title + " to " + entry.names.back();
+  for (std::size_t i = 1; i < entry.names.size(); ++i) title += ", " + entry.names[i];
   return title;
 }
 
+/// The anchor that a heading of this text gets.
 std::string anchorOf(std::string_view title) {
   std::string anchor;
   for (const char c : title) {
