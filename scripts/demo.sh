@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Shows the main job: a page writes its log. scripts/demo.sh [native]
-# Without an argument the Windows component runs in the script host (under Wine); with `native`, or
-# when the Windows tools cannot be had, a C++ host runs the same page on Linux.
+# Shows the main job: a page writes its log. scripts/demo.sh [native|serve [PORT]]
+# Without an argument the page host (under Wine) runs the first page of examples/site; with `native`,
+# or when the Windows tools cannot be had, a C++ host runs such a page on Linux. With `serve` the
+# whole site can be looked at in a browser.
 . "$(dirname "$0")/lib.sh"
 
 show_log() {
@@ -19,29 +20,44 @@ demo_native() {
   show_log "$page/LOGS/LOG.TXT"
 }
 
+# Makes the Windows component and the page host ready, with a copy of the example site.
+stage_site() {
+  need_windows && build win64 QUENDAL_CLASSIC_ASP asp_host && wine_start 64 || return 1
+  site=$(wine_folder 64)/site
+  rm -rf "$site"
+  wine_stage 64 "$root/build/win64/QUENDAL_CLASSIC_ASP.DLL" \
+    "$root/build/win64/tools/asp_host/asp_host.exe" "$root/examples/site"
+  wine_run 64 regsvr32 /s "$(wine_path 64)\\QUENDAL_CLASSIC_ASP.DLL"
+}
+
 demo_windows() {
-  need_windows && build win64 QUENDAL_CLASSIC_ASP && wine_start 64 || return 1
-  local page=$root/build/win64/stage/demo folder
-  rm -rf "$page" && mkdir -p "$page"
-  wine_stage 64 "$root/build/win64/QUENDAL_CLASSIC_ASP.DLL"
-  cp "$root/examples/page.vbs" "$page/default.vbs"
-  folder=$(wine_path 64)
-  wine_run 64 regsvr32 /s "$folder\\QUENDAL_CLASSIC_ASP.DLL"
-  echo "--- the script host runs the page"
-  wine_run 64 cscript //nologo "$folder\\demo\\default.vbs" "$folder\\demo" | tee "$page/output"
-  wine_run 64 regsvr32 /s /u "$folder\\QUENDAL_CLASSIC_ASP.DLL"
+  stage_site || return 1
+  local status=0
+  echo "--- the page host runs examples/site/default.asp"
+  wine_run 64 asp_host.exe run "$(wine_path 64)\\site\\default.asp" --headers \
+    --query "report=7&lang=en" --server-variable "HTTP_USER_AGENT=Mozilla/5.0 (demo)" || status=$?
   wine_stop 64
-  # The script host says nothing of a page that stops in the middle.
-  grep -q '^end of page$' "$page/output" || { say "the page did not reach its end"; return 1; }
-  show_log "$page/LOGS/LOG.TXT"
+  [ "$status" = 0 ] || { say "the page failed"; return 1; }
+  show_log "$site/LOGS/LOG.TXT"
+}
+
+demo_serve() {
+  stage_site
+  trap 'wine_stop 64' EXIT
+  trap exit INT TERM
+  port=${1:-8080} host_start 64 "$(wine_path 64)\\site" "$root/build/win64/demo"
+  say "The site is at http://127.0.0.1:$host_port/ and its log in $site/LOGS; Ctrl+C ends it."
+  tail -n +1 --pid=$$ -f "$root/build/win64/demo.errors" &  # tells which pages fail
+  wait %1
 }
 
 case ${1:-windows} in
   native) demo_native ;;
+  serve) demo_serve "${2:-}" ;;
   windows)
     if ! demo_windows; then
       say "The Windows component cannot be run here; a C++ host runs the page instead."
       demo_native
     fi ;;
-  *) say "usage: $0 [native]"; exit 2 ;;
+  *) say "usage: $0 [native|serve [PORT]]"; exit 2 ;;
 esac

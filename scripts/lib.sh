@@ -154,7 +154,7 @@ wine_path() {
 }
 
 # host_start BITS FOLDER OUTPUT ARGUMENT...: lets the page host, which must be staged, serve a
-# folder. Sets host_port; what the host prints goes to OUTPUT.output and OUTPUT.errors.
+# folder, at $port or at one that is free. Sets host_port; what the host prints goes to OUTPUT.output and OUTPUT.errors.
 host_start() {
   local bits=$1 folder=$2 output=$3 attempt; shift 3
   : >"$output.output"

@@ -72,7 +72,8 @@ TEST(PageParser, EachLineOfTheScriptKnowsItsPlace) {
        "'.'"},
       {"\n<%=\n\n x\n%>", "VBScript\npage1|'\n'\npage4|Response.Write(x)"},
       {"<%=%>", "VBScript\npage1|Response.Write()"},
-      {"<%@ codepage=\"65001\" language = 'javascript' %>\xC3\xA9", "JScript\npage1|'\xC3\xA9'"},
+      {"<%@ codepage=\"65001\" language = 'javascript' %> \r\n\xC3\xA9",
+       "JScript\npage2|'\xC3\xA9'"},
       {"\xE9", "VBScript\npage1|'\xC3\xA9'"},
       {"\xEF\xBB\xBF\xC3\xA9", "VBScript\npage1|'\xC3\xA9'"},
       {"x<!-- #INCLUDE file=\"inc\" -->y<!--#include virtual='v'--><!-- no -->",
@@ -82,9 +83,7 @@ TEST(PageParser, EachLineOfTheScriptKnowsItsPlace) {
   };
   for (const auto& test : kCases) {
     SCOPED_TRACE(test.page);
-    EXPECT_EQ(script(parse({{u"page", test.page},
-                            {u"inc", "one\n<% two %>"},
-                            {u"/v", "V"}})),
+    EXPECT_EQ(script(parse({{u"page", test.page}, {u"inc", "one\n<% two %>"}, {u"/v", "V"}})),
               test.script);
   }
 }
@@ -116,7 +115,8 @@ TEST(PageParser, FaultsAreToldWithTheirPlace) {
       {{{u"page", "\n<script runat=server>x</scrip>"}},
        "page, line 2: there is no </script> for this"},
       {{{u"page", "<script runat=server"}}, "page, line 1: there is no </script> for this"},
-      {{{u"page", "<%@ language=perl %>"}}, "page, line 1: no script language of this name is known"},
+      {{{u"page", "<%@ language=perl %>"}},
+       "page, line 1: no script language of this name is known"},
       {{{u"page", "<%@ codepage=utf8 %>"}}, "page, line 1: a code page is a number"},
       {{{u"page", "<%@ %>\n<%@ %>"}}, "page, line 2: a page has one directive, in its own file"},
   };
@@ -136,12 +136,24 @@ TEST(SitePath, OnlyPlainPathsBelowTheRootAreResolved) {
     std::u16string_view path;
     const char* resolved;  // null for none
   } kCases[] = {
-      {u"/", ""},           {u"/a/b.asp", "/a/b.asp"}, {u"a\\.\\b", "/a/b"},
-      {u"//a///b/", "/a/b"}, {u"/a/../b", "/b"},        {u"/..", nullptr},
-      {u"/a/../../b", nullptr}, {u"C:\\x", nullptr},    {u"/a.asp::$DATA", nullptr},
-      {u"/a.asp.", nullptr}, {u"/a.asp ", nullptr},     {u"/a\nb", nullptr},
-      {u"/con", nullptr},   {u"/x/Com1.asp", nullptr}, {u"/nul .txt", nullptr},
-      {u"/context", "/context"}, {u"/a*", nullptr},     {u"/...", nullptr},
+      {u"/", ""},
+      {u"/a/b.asp", "/a/b.asp"},
+      {u"a\\.\\b", "/a/b"},
+      {u"//a///b/", "/a/b"},
+      {u"/a/../b", "/b"},
+      {u"/..", nullptr},
+      {u"/a/../../b", nullptr},
+      {u"C:\\x", nullptr},
+      {u"/a.asp::$DATA", nullptr},
+      {u"/a.asp.", nullptr},
+      {u"/a.asp ", nullptr},
+      {u"/a\nb", nullptr},
+      {u"/con", nullptr},
+      {u"/x/Com1.asp", nullptr},
+      {u"/nul .txt", nullptr},
+      {u"/context", "/context"},
+      {u"/a*", nullptr},
+      {u"/...", nullptr},
   };
   for (const auto& test : kCases) {
     const auto resolved = resolvedPath(test.path);

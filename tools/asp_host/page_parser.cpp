@@ -186,7 +186,9 @@ class Parser {
             source.place(trimmed(body)));
       else if (!isDirective)
         add(inline_, body, source.place(position));
-      return next;
+      if (!isDirective) return next;
+      // Nothing may stand before "Option Explicit", not even a line end.
+      return std::min(source.text().find_first_not_of(kBlanks, next), source.text().size());
     }
     if (rest.starts_with(u"<!--") && startsWith(trimmed(rest.substr(4)), u"#include")) {
       const auto [body, next] = enclosed(source, position, position + 4, u"-->");

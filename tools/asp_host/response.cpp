@@ -162,9 +162,8 @@ PageResponse ResponseState::finished() const {
     for (const Field& key : cookie.keys)
       line += (line.back() == '=' ? "" : "&") + cookieText(key.name, codePage) + "=" +
               cookieText(key.values.back(), codePage);
-    response.headers.emplace_back(
-        "Set-Cookie",
-        line + headerText(cookie.attributes.empty() ? u"; path=/" : cookie.attributes));
+    if (cookie.attributes.find(u"; path=") == std::u16string::npos) line += "; path=/";
+    response.headers.emplace_back("Set-Cookie", line + headerText(cookie.attributes));
   }
   response.body = body_;
   return response;

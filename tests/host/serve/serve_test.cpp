@@ -53,7 +53,8 @@ TEST(Serve, EachRequestHasItsStatus) {
       {request("GET /?a=%zz"), 200},
       {request("GET /DEFAULT.asp"), 200},
       {request("POST /default.asp", "Content-Length: 3\r\n", "a=b"), 200},
-      {request("POST /default.asp", "Transfer-Encoding: chunked\r\n", "3\r\na=b\r\n0\r\n\r\n"), 200},
+      {request("POST /default.asp", "Transfer-Encoding: chunked\r\n", "3\r\na=b\r\n0\r\n\r\n"),
+       200},
       {request("GET /static.txt"), 200},
       {request("GET /folder/"), 200},
       {request("GET /folder?x"), 301},
@@ -118,7 +119,8 @@ TEST(Serve, ClientsThatHangUpAreForgotten) {
                                 "ngth: 9\r\n\r\na=b")
                         .substr(0, 20u + static_cast<unsigned>(i)));
   }
-  for (int i = 0; i < 40; ++i) Connection(port).send("GET /default.asp HTTP/1.1\r\nHost: t\r\n\r\n");
+  for (int i = 0; i < 40; ++i)
+    Connection(port).send("GET /default.asp HTTP/1.1\r\nHost: t\r\n\r\n");
   EXPECT_EQ(get("/").status, 200);
 }
 
@@ -149,9 +151,9 @@ TEST(Serve, EveryLoggedEntryIsInTheLogOnceWithItsOwnPagesDetails) {
   together(kClients, [&](Connection& connection, int client) {
     for (int i = 0; i < kRequests; ++i) {
       const std::string entry = std::to_string(client) + "-" + std::to_string(i);
-      const Reply reply = connection.get(
-          (client % 2 == 0 ? "/alpha.asp?entry=" : "/beta.asp?entry=") + entry,
-          "User-Agent: client " + std::to_string(client) + "\r\n");
+      const Reply reply =
+          connection.get((client % 2 == 0 ? "/alpha.asp?entry=" : "/beta.asp?entry=") + entry,
+                         "User-Agent: client " + std::to_string(client) + "\r\n");
       if (reply.status == 200 && reply.body.find("logged " + entry) != std::string::npos)
         ++answered;
     }
