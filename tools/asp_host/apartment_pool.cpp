@@ -23,15 +23,16 @@ std::uintptr_t instructionOf(const CONTEXT& context) noexcept {
 #endif
 }
 
-/// Ends a thread while it is in the engines' own code, where it holds no lock of the process.
-/// Returns false when it was elsewhere just now.
-bool endInside(HANDLE thread, const std::vector<ModuleRange>& modules) noexcept {
-  // Nothing may be allocated while the thread stands still: it might be allocating.
+/// Ends a thread while `isIt` holds and it is in the engines' own code, where it has no lock of the
+/// process. Returns false when it was elsewhere just now.
+template <class Condition>
+bool endInside(HANDLE thread, const std::vector<ModuleRange>& modules, Condition isIt) noexcept {
+  // Nothing may be allocated or locked while the thread stands still: it may hold the lock.
   if (SuspendThread(thread) == static_cast<DWORD>(-1)) return false;
   CONTEXT context{};
   context.ContextFlags = CONTEXT_CONTROL;
   bool inside = false;
-  if (GetThreadContext(thread, &context)) {
+  if (isIt() && GetThreadContext(thread, &context)) {
     const std::uintptr_t instruction = instructionOf(context);
     for (const ModuleRange& module : modules)
       inside = inside || (instruction >= module.start && instruction < module.end);
@@ -68,6 +69,10 @@ struct ApartmentPool::Worker {
   std::shared_ptr<Job> job;  // guarded by the pool
   bool givenUp = false;      // guarded by the pool: another works in its place
   bool ended = false;        // guarded by the pool
+  /// The job whose page runs just now, to be looked at without a lock.
+  std::atomic<const Job*> running = nullptr;
+
+  [[nodiscard]] bool isOver() const noexcept { return ended || givenUp; }
 };
 
 ApartmentPool::ApartmentPool(std::size_t threads, std::size_t mostWaiting)
@@ -82,10 +87,13 @@ ApartmentPool::~ApartmentPool() {
     closing_ = true;
     ReleaseSemaphore(wake_.get(), static_cast<LONG>(workers_.size()), nullptr);
     ended_.wait(lock, [this] {
-      return std::ranges::all_of(workers_, [](const auto& worker) { return worker->ended; });
+      return std::ranges::all_of(workers_, [](const auto& worker) { return worker->isOver(); });
     });
   }
   watcher_.join();
+  // What is stuck outside the engines would keep the program from ending.
+  for (const auto& worker : workers_)
+    if (!worker->ended) TerminateThread(worker->thread.get(), 1);
 }
 
 bool ApartmentPool::run(std::shared_ptr<PageRun> page, Answer answer) {
@@ -106,6 +114,7 @@ void ApartmentPool::startWorker() {
   worker->pool = this;
   // The thread waits for the lock until the worker is in the list.
   const std::scoped_lock lock(mutex_);
+  if (closing_) return;
   workers_.push_back(worker);
   const auto handle = _beginthreadex(nullptr, 0, &threadMain, worker.get(), 0, nullptr);
   worker->thread = platform::OwnedHandle<platform::CloseFile>(reinterpret_cast<HANDLE>(handle));
@@ -127,7 +136,10 @@ unsigned __stdcall ApartmentPool::threadMain(void* argument) noexcept {
 
 void ApartmentPool::work(Worker& worker) {
   while (const std::shared_ptr<Job> job = nextJob(worker)) {
-    job->finish(job->page->execute());
+    worker.running = job.get();
+    PageResponse response = job->page->execute();
+    worker.running = nullptr;
+    job->finish(std::move(response));
     pumpMessages();
     const std::scoped_lock lock(mutex_);
     worker.job.reset();
@@ -160,9 +172,9 @@ void ApartmentPool::watch() {
     {
       std::unique_lock lock(mutex_);
       std::erase_if(workers_, [](const auto& worker) { return worker->ended && worker->givenUp; });
-      const bool allEnded =
-          std::ranges::all_of(workers_, [](const auto& worker) { return worker->ended; });
-      if (closing_ && allEnded) return;
+      const bool allOver =
+          std::ranges::all_of(workers_, [](const auto& worker) { return worker->isOver(); });
+      if (closing_ && allOver) return;
       workers = workers_;
     }
     for (const auto& worker : workers)
@@ -187,8 +199,10 @@ bool ApartmentPool::attend(Worker& worker) {
     job->finish(job->page->timedOut());
     const std::scoped_lock lock(mutex_);
     worker.givenUp = true;
+    ended_.notify_all();
   }
-  if (endInside(worker.thread.get(), job->page->engineModules())) {
+  if (endInside(worker.thread.get(), job->page->engineModules(),
+                [&] { return worker.running == job.get(); })) {
     job->page->abandon();
     const std::scoped_lock lock(mutex_);
     worker.job.reset();

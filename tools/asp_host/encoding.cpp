@@ -38,4 +38,42 @@ std::string encoded(std::u16string_view text, unsigned codePage) {
   return bytes;
 }
 
+std::string percentEncoded(std::u16string_view text, unsigned codePage) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string result;
+  for (const char c : encoded(text, codePage)) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'))
+      result += c;
+    else if (c == ' ')
+      result += '+';
+    else
+      result.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+  }
+  return result;
+}
+
+std::u16string htmlEncoded(std::u16string_view text) {
+  std::u16string result;
+  for (const char16_t c : text) {
+    switch (c) {
+      case u'<':
+        result += u"&lt;";
+        break;
+      case u'>':
+        result += u"&gt;";
+        break;
+      case u'&':
+        result += u"&amp;";
+        break;
+      case u'"':
+        result += u"&quot;";
+        break;
+      default:
+        result += c;
+    }
+  }
+  return result;
+}
+
 }  // namespace quendal::host

@@ -13,4 +13,9 @@ void checkCodePage(unsigned codePage);
 [[nodiscard]] std::u16string decoded(std::string_view bytes, unsigned codePage);
 [[nodiscard]] std::string encoded(std::u16string_view text, unsigned codePage);
 
+/// "%" and two digits for each byte that is no ASCII letter or digit, "+" for a blank.
+[[nodiscard]] std::string percentEncoded(std::u16string_view text, unsigned codePage);
+/// < > & and " as entities.
+[[nodiscard]] std::u16string htmlEncoded(std::u16string_view text);
+
 }  // namespace quendal::host

@@ -4,7 +4,6 @@
 #include <map>
 #include <utility>
 
-#include "core/text_tools.h"
 #include "ref_counted.h"
 
 namespace quendal::host {
@@ -12,12 +11,6 @@ namespace {
 
 constexpr int kWrongArguments = 450;
 constexpr WORD kAnyPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-
-std::u16string lowered(std::u16string_view name) {
-  std::u16string result(name);
-  std::ranges::transform(result, result.begin(), asciiLower);
-  return result;
-}
 
 class Enumerator final : public RefCounted<IEnumVARIANT> {
  public:
@@ -77,11 +70,11 @@ struct PageObject::Definition {
   };
   StopFlag stop;
   std::vector<Member> members{1};  // by DISPID; the first is the default member
-  std::map<std::u16string, DISPID> ids;
+  std::map<std::u16string, DISPID, NameOrder> ids;
   std::function<std::vector<Variant>()> elements;
 
   Member& add(std::u16string_view name) {
-    ids.emplace(lowered(name), static_cast<DISPID>(members.size()));
+    ids.emplace(name, static_cast<DISPID>(members.size()));
     return members.emplace_back();
   }
 };
@@ -102,7 +95,7 @@ class PageObject::Dispatch final : public RefCounted<IDispatch> {
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {
     std::fill_n(ids, count, DISPID_UNKNOWN);
-    const auto found = definition_->ids.find(lowered(plainText(names[0])));
+    const auto found = definition_->ids.find(std::u16string_view(plainText(names[0])));
     if (found != definition_->ids.end()) ids[0] = found->second;
     return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
   }
@@ -181,7 +174,7 @@ PageObject& PageObject::defaultMember(Count count, Call read, Call write) {
 }
 
 PageObject& PageObject::defaultName(std::u16string_view name) {
-  definition_->ids.emplace(lowered(name), DISPID_VALUE);
+  definition_->ids.emplace(name, DISPID_VALUE);
   return *this;
 }
 

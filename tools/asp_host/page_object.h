@@ -7,6 +7,7 @@
 
 #include <quendal/object.h>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -15,12 +16,22 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text_tools.h"
+
 namespace quendal::host {
 
 /// In call order, references followed, borrowed; omitted ones at the end are not there. What is
 /// put to a property comes last.
 using Arguments = std::span<const VARIANT>;
 using Call = std::function<Variant(Arguments)>;
+
+/// Orders names without regard to the case of A to Z.
+struct NameOrder {
+  using is_transparent = void;
+  bool operator()(std::u16string_view a, std::u16string_view b) const noexcept {
+    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
+  }
+};
 
 /// How many arguments a call takes; a property's new value is not counted.
 struct Count {

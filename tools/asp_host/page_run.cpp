@@ -29,40 +29,6 @@ std::u16string messageOf(const std::exception& error) {
   return decoded(error.what(), kUtf8);
 }
 
-/// "%" and two digits for each byte that is no letter or digit, "+" for a blank.
-std::u16string urlEncoded(std::u16string_view text, unsigned codePage) {
-  static constexpr char16_t kDigits[] = u"0123456789ABCDEF";
-  std::u16string result;
-  for (const char c : encoded(text, codePage)) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-        (byte >= 'a' && byte <= 'z'))
-      result += static_cast<char16_t>(byte);
-    else if (byte == ' ')
-      result += u'+';
-    else
-      result.append({u'%', kDigits[byte >> 4], kDigits[byte & 15]});
-  }
-  return result;
-}
-
-std::u16string htmlEncoded(std::u16string_view text) {
-  std::u16string result;
-  for (const char16_t c : text) {
-    if (c == u'<')
-      result += u"&lt;";
-    else if (c == u'>')
-      result += u"&gt;";
-    else if (c == u'&')
-      result += u"&amp;";
-    else if (c == u'"')
-      result += u"&quot;";
-    else
-      result += c;
-  }
-  return result;
-}
-
 }  // namespace
 
 PageRun::PageRun(PageRequest request, PagePlace place, std::shared_ptr<SharedState> shared,
@@ -127,7 +93,10 @@ Object PageRun::makeContext(const ParsedPage& page) {
   session_ = shared_->sessions.find(key == nullptr ? "" : encoded(key->values.front(), kUtf8));
   const auto end = [this] {
     ended_ = true;
-    this->stop();
+    *stop_ = true;
+    // Without the lock, with which a thread must not enter an engine: only this one changes the
+    // list.
+    for (const auto& engine : engines_) engine->interrupt();
     throw AutomationError(error_number::kInvalidCall, u"The page has ended");
   };
   const auto constant = [](Object value) { return [value] { return Variant(value); }; };
@@ -152,10 +121,11 @@ Object PageRun::makeServer() {
           [place = place_](Arguments a) { return Variant(place.map(textOf(a[0]), place.file())); })
       .method(u"HTMLEncode", {1, 1},
               [](Arguments a) { return Variant(htmlEncoded(joinedTextOf(a[0]))); })
-      .method(u"URLEncode", {1, 1},
-              [this](Arguments a) {
-                return Variant(urlEncoded(joinedTextOf(a[0]), response_->codePage));
-              })
+      .method(
+          u"URLEncode", {1, 1},
+          [this](Arguments a) {
+            return Variant(decoded(percentEncoded(joinedTextOf(a[0]), response_->codePage), kUtf8));
+          })
       .property(
           u"ScriptTimeout",
           [this] {

@@ -22,20 +22,6 @@ std::string headerText(std::u16string_view text) {
   return encoded(text, kUtf8);
 }
 
-std::string cookieText(std::u16string_view text, unsigned codePage) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string result;
-  for (const char c : encoded(text, codePage)) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-        (byte >= 'a' && byte <= 'z') || c == '-' || c == '_' || c == '.')
-      result += c;
-    else
-      result.append(1, '%').append(1, kDigits[byte >> 4]).append(1, kDigits[byte & 15]);
-  }
-  return result;
-}
-
 /// "Wed, 15 Nov 2026 10:00:00 GMT" of a date that a page gives in local time.
 std::u16string httpDate(const VARIANT& value) {
   const VARIANT date = converted(value, VT_DATE);
@@ -158,10 +144,11 @@ PageResponse ResponseState::finished() const {
   response.headers.emplace_back("Content-Type", headerText(type));
   response.headers.insert(response.headers.end(), headers_.begin(), headers_.end());
   for (const Cookie& cookie : cookies_) {
-    std::string line = cookieText(cookie.name, codePage) + "=" + cookieText(cookie.value, codePage);
+    std::string line =
+        percentEncoded(cookie.name, codePage) + "=" + percentEncoded(cookie.value, codePage);
     for (const Field& key : cookie.keys)
-      line += (line.back() == '=' ? "" : "&") + cookieText(key.name, codePage) + "=" +
-              cookieText(key.values.back(), codePage);
+      line += (line.back() == '=' ? "" : "&") + percentEncoded(key.name, codePage) + "=" +
+              percentEncoded(key.values.back(), codePage);
     if (cookie.attributes.find(u"; path=") == std::u16string::npos) line += "; path=/";
     response.headers.emplace_back("Set-Cookie", line + headerText(cookie.attributes));
   }

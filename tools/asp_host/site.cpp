@@ -40,19 +40,6 @@ bool endsWith(std::u16string_view path, std::u16string_view ending) {
          equalNoCase(path.substr(path.size() - ending.size()), ending);
 }
 
-std::string escaped(std::string_view text) {
-  std::string result;
-  for (const char c : text) {
-    if (c == '<')
-      result += "&lt;";
-    else if (c == '&')
-      result += "&amp;";
-    else
-      result += c;
-  }
-  return result;
-}
-
 }  // namespace
 
 Target findTarget(const std::u16string& root, std::string_view target) {
@@ -110,7 +97,7 @@ PageResponse errorResponse(int status, std::string_view reason, std::string_view
   response.headers = {{"Content-Type", "text/html; charset=utf-8"}};
   const std::string title = std::to_string(status) + " " + std::string(reason);
   response.body = "<!DOCTYPE html><title>" + title + "</title><h1>" + title + "</h1><pre>" +
-                  escaped(detail) + "</pre>\n";
+                  encoded(htmlEncoded(decoded(detail, kUtf8)), kUtf8) + "</pre>\n";
   return response;
 }
 

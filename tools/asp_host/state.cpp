@@ -1,10 +1,8 @@
 #include "state.h"
 
 #include <algorithm>
-#include <array>
 #include <random>
 
-#include "core/text_tools.h"
 #include "fields.h"
 
 namespace quendal::host {
@@ -13,12 +11,6 @@ namespace {
 constexpr std::chrono::minutes kSessionTime{20};
 constexpr std::size_t kMostSessions = 10'000;
 constexpr std::chrono::milliseconds kLockPoll{50};
-
-std::u16string lowered(std::u16string_view name) {
-  std::u16string result(name);
-  std::ranges::transform(result, result.begin(), asciiLower);
-  return result;
-}
 
 void requireNoObject(const VARIANT& value) {
   const VARTYPE type = value.vt & VT_TYPEMASK;
@@ -85,21 +77,21 @@ PageObject withContents(const StopFlag& stop, const std::shared_ptr<Contents>& c
 
 Variant Contents::get(std::u16string_view name) const {
   const std::scoped_lock lock(mutex_);
-  const auto found = values_.find(lowered(name));
-  return found == values_.end() ? Variant() : found->second.second;
+  const auto found = values_.find(name);
+  return found == values_.end() ? Variant() : found->second;
 }
 
 void Contents::put(std::u16string_view name, const VARIANT& value) {
   requireNoObject(value);
   Variant copy = Variant::copyOf(value);
   const std::scoped_lock lock(mutex_);
-  const auto place = values_.try_emplace(lowered(name), std::u16string(name), Variant()).first;
-  place->second.second = std::move(copy);
+  values_.insert_or_assign(std::u16string(name), std::move(copy));
 }
 
 void Contents::remove(std::u16string_view name) {
   const std::scoped_lock lock(mutex_);
-  values_.erase(lowered(name));
+  const auto found = values_.find(name);
+  if (found != values_.end()) values_.erase(found);
 }
 
 void Contents::clear() {
@@ -110,7 +102,7 @@ void Contents::clear() {
 std::vector<Variant> Contents::names() const {
   const std::scoped_lock lock(mutex_);
   std::vector<Variant> names;
-  for (const auto& [key, value] : values_) names.emplace_back(value.first);
+  for (const auto& [key, value] : values_) names.emplace_back(key);
   return names;
 }
 

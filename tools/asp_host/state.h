@@ -13,7 +13,7 @@
 namespace quendal::host {
 
 /// Named values that pages on all threads share. An object belongs to the apartment of its page, so
-/// that none can be kept here, neither by itself nor in an array (raises 438 as a plain error).
+/// that none can be kept here, neither by itself nor in an array (438).
 class Contents {
  public:
   [[nodiscard]] Variant get(std::u16string_view name) const;
@@ -24,7 +24,7 @@ class Contents {
 
  private:
   mutable std::mutex mutex_;
-  std::map<std::u16string, std::pair<std::u16string, Variant>> values_;  // by lower-case name
+  std::map<std::u16string, Variant, NameOrder> values_;
 };
 
 /// The application's lock: held by one page at a time, whose later Locks change nothing.
@@ -44,7 +44,7 @@ struct SessionState {
   std::string key;      // of the cookie, unguessable
   std::int32_t id = 0;  // as the page sees it
   Contents contents;
-  std::atomic<bool> used = false;  // worth keeping: the page looked at its identity or contents
+  std::atomic<bool> used = false;  // worth keeping: a page changed it or asked who it is
   std::atomic<bool> abandoned = false;
 };
 
