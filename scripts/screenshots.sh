@@ -81,7 +81,7 @@ answers() {
 
 check_forms() {
   local json; json=$(address json.asp)
-  answers '&quot;名&quot;: &quot;\\\&quot;&lt;script&gt;&quot;' \
+  answers '&quot;名&quot;:&quot;\\\&quot;&lt;script&gt;&quot;' \
     --data-urlencode 'json={"名": "\\\"<script>"}' "$json"
   answers '8732: Expecting , delimiter' --data-urlencode 'json=[1, 2' "$json"
   answers 'Title ............................. &lt;script&gt;é 😀' -G \
@@ -101,7 +101,7 @@ host_start 64 "C:\\$site" "$out/screenshots"
 check_page default '?title=Umsatz%20in%20%E2%82%AC%20%C2%B7%20%E5%A3%B2%E4%B8%8A' 1800 \
   'Title ............................. Umsatz in € · 売上' '*** START OF RUN ***' 'MONTHLY REPORT' \
   '*** Microsoft Error Code    *** = 53' '*** END OF RUN ***' '<span class="keyword">Dim</span>'
-check_page json '' 2200 'Jürgen Groß' '東京' 'Tea, Sencha 🍵' '"total": 104.5' \
+check_page json '' 2200 'Jürgen Groß' '東京' 'Tea, Sencha 🍵' '"paid":true,"total":104.5}' \
   '8732: Expecting property name' 'こんにちは'
 check_page strings '' 2000 'Thursday, 5 November 2026' 'caf&amp;#233;' 'twenty million' \
   '1729 characters'

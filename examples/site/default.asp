@@ -18,6 +18,11 @@ run = LogOfRun(logger, banner)
 WriteLogLines run, banner
 EndExample
 %>
+<form method="get" class="row">
+  <label for="title">Run it with a title of your own, in any script</label>
+  <input type="text" id="title" name="title" value="<%= Server.HTMLEncode(title) %>">
+  <button>Run the page</button>
+</form>
 <section class="example">
   <h2>The same lines in the file</h2>
   <p>Each line tells when, where and for whom it was written: time, machine, account, process,
@@ -26,14 +31,6 @@ EndExample
     <figcaption><%= Server.HTMLEncode(logger.Path & logger.FileName) %></figcaption>
     <pre class="file" tabindex="0" role="region" aria-label="The log file"><%= Server.HTMLEncode(run) %></pre>
   </figure>
-</section>
-<section class="example">
-  <h2>Run it again</h2>
-  <form method="get" class="row">
-    <label for="title">Title of the report, in any script</label>
-    <input type="text" id="title" name="title" value="<%= Server.HTMLEncode(title) %>">
-    <button>Run the page</button>
-  </form>
 </section>
 <section>
   <h2>What else is in the library</h2>

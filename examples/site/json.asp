@@ -2,36 +2,6 @@
 <!--#include file="shared/layout.inc" -->
 <!--#include file="shared/source.inc" -->
 <%
-' Encoded JSON with a line for each member, for reading.
-Sub WriteIndented(json)
-  Dim depth, inText, i, character, shown
-  Set shown = Server.CreateObject("QUENDAL_REPORTS_ASP.FUNCTIONS").Concat
-  For i = 1 To Len(json)
-    character = Mid(json, i, 1)
-    If character = """" Then inText = Not inText
-    If inText Then
-      If character = "\" Then
-        i = i + 1
-        character = character & Mid(json, i, 1)
-      End If
-      shown.Append character
-    ElseIf InStr("{[", character) > 0 Then
-      depth = depth + 1
-      shown.Append character, vbCrLf, Space(2 * depth)
-    ElseIf InStr("}]", character) > 0 Then
-      depth = depth - 1
-      shown.Append vbCrLf, Space(2 * depth), character
-    ElseIf character = "," Then
-      shown.Append character, vbCrLf, Space(2 * depth)
-    ElseIf character = ":" Then
-      shown.Append ": "
-    Else
-      shown.Append character
-    End If
-  Next
-  Response.Write "<pre class=""output"">" & Server.HTMLEncode(shown.Value) & "</pre>"
-End Sub
-
 BeginPage "JSON in, JSON out", _
   "A text becomes dictionaries and arrays, the things a page script has anyway. Whatever they hold " & _
   "becomes a text again."
@@ -56,7 +26,7 @@ BeginExample "What is no JSON", "snippets/json_errors.inc", _
 <%
 EndExample
 
-Dim own, decoded
+Dim own, encoded
 own = Request.Form("json")
 If own = "" Then own = "{""greeting"": ""\u3053\u3093\u306b\u3061\u306f"", ""counts"": [1, 2.50, -3e2]}"
 %>
@@ -72,9 +42,9 @@ If own = "" Then own = "{""greeting"": ""\u3053\u3093\u306b\u3061\u306f"", ""cou
     <figure class="result"><figcaption>Result</figcaption><div>
 <%
 On Error Resume Next
-decoded = functions.JSON.Encode(functions.JSON.Decode(own))
+encoded = functions.JSON.Encode(functions.JSON.Decode(own))
 If Err.Number = 0 Then
-  WriteIndented decoded
+  Response.Write "<pre class=""output"">" & Server.HTMLEncode(encoded) & "</pre>"
 Else
   Response.Write "<p class=""error-note"">" & Err.Number & ": " & Server.HTMLEncode(Err.Description) & "</p>"
 End If

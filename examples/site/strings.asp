@@ -16,13 +16,13 @@ BeginExample "Safe texts", "snippets/strings_safe.inc", _
   "One function for each place. The first column names it."
 %>
 <!--#include file="snippets/strings_safe.inc" -->
-<% EndExample %>
 <form method="get" class="row">
   <label for="text">Your own text</label>
   <input type="text" id="text" name="text" value="<%= Server.HTMLEncode(text) %>">
   <button>Make it safe</button>
 </form>
 <%
+EndExample
 BeginExample "Numbers", "snippets/strings_numbers.inc", _
   "In words, as sizes, and padded to a width."
 %>
