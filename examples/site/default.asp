@@ -19,7 +19,7 @@ WriteLogLines run, banner
 EndExample
 %>
 <form method="get" class="row">
-  <label for="title">Run it with a title of your own, in any script</label>
+  <label for="title">Run it with a title of your own, in any language</label>
   <input type="text" id="title" name="title" value="<%= Server.HTMLEncode(title) %>">
   <button>Run the page</button>
 </form>
