@@ -1,5 +1,6 @@
 <%@ Language="VBScript" CodePage="65001" %><% Option Explicit %>
 <!--#include file="shared/layout.inc" -->
+<!--#include file="shared/files.inc" -->
 <!--#include file="shared/source.inc" -->
 <!--#include file="shared/log.inc" -->
 <%
@@ -7,6 +8,8 @@ BeginPage "A page that keeps a log", _
   "One object, created at the top of a page, writes down what the page did: who asked for what, " & _
   "which values it worked with, and the error that nobody saw."
 
+' A log needs no lock. This page has one because it shows its own lines, and shows them together.
+Application.Lock
 BeginExample "Log a run", "snippets/logging.inc", _
   "The logger takes the request from the page by itself. Its file is <code>LOGS\LOG.TXT</code> " & _
   "beside the page, and becomes a dated archive when it has grown to its limit."
@@ -15,6 +18,7 @@ BeginExample "Log a run", "snippets/logging.inc", _
 <%
 Dim run
 run = LogOfRun(logger, banner)
+Application.Unlock
 WriteLogLines run, banner
 EndExample
 %>

@@ -1,5 +1,6 @@
 <%@ Language="VBScript" CodePage="65001" %><% Option Explicit %>
 <!--#include file="shared/layout.inc" -->
+<!--#include file="shared/files.inc" -->
 <!--#include file="shared/source.inc" -->
 <%
 BeginPage "Strings without the tedium", _
