@@ -1,4 +1,5 @@
-<%@ Language="VBScript" CodePage="65001" %><% Option Explicit %>
+<%@ Language="VBScript" CodePage="65001" %>
+<% Option Explicit %>
 <!--#include file="shared/layout.inc" -->
 <!--#include file="shared/files.inc" -->
 <!--#include file="shared/source.inc" -->
