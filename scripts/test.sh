@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Runs the tests: scripts/test.sh [lint|native|win64|win32|packages|all]. Without one: native and
-# win64.
+# Runs the tests: scripts/test.sh [lint|native|win64|win32|site|packages|all]. Without one: native
+# and win64.
 #   lint    what scripts/lint.sh checks in the sources, and each fuzz target for a few seconds
 #   native  Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   win64   the x64 component and its tests under Wine, pages in its script hosts
 #   win32   the same for x86
+#   site    the example site in a browser
 #   packages  what scripts/package.sh makes, as a user installs, uses and removes it
 # Ends with "N passed, N failed[, N skipped]". A home whose tools cannot be had on this machine is
 # named and counted as skipped.
@@ -120,6 +121,11 @@ run_windows() {
   wine_stop "$bits"
 }
 
+run_site() {
+  say "== site"
+  check "the example site in a browser" "$root/scripts/screenshots.sh" --check
+}
+
 skip_home() { say "SKIPPED: $1 (its tools cannot be had on this machine)"; skipped=$((skipped + 1)); }
 
 trap 'wine_stop 64 2>/dev/null || true; wine32_stop 2>/dev/null || true' EXIT
@@ -128,10 +134,11 @@ case ${1:-default} in
   native) run_native ;;
   win64) run_windows 64 ;;
   win32) run_windows 32 ;;
+  site) run_site ;;
   packages) run_packages ;;
   default) run_native; run_windows 64 ;;
-  all) run_lint; run_native; run_windows 64; run_windows 32; run_packages ;;
-  *) say "usage: $0 [lint|native|win64|win32|packages|all]"; exit 2 ;;
+  all) run_lint; run_native; run_windows 64; run_windows 32; run_site; run_packages ;;
+  *) say "usage: $0 [lint|native|win64|win32|site|packages|all]"; exit 2 ;;
 esac
 
 summary="$passed passed, $failed failed"
