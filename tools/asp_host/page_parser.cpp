@@ -215,12 +215,13 @@ class Parser {
   static Enclosed enclosed(const SourceText& source, std::size_t construct, std::size_t start,
                            std::u16string_view end) {
     const std::u16string_view rest = source.text().substr(std::min(start, source.text().size()));
-    const auto found = std::ranges::search(
-        rest, end, [](char16_t a, char16_t b) { return asciiLower(a) == asciiLower(b); });
-    if (found.empty())
+    const auto found =
+        std::search(rest.begin(), rest.end(), end.begin(), end.end(),
+                    [](char16_t a, char16_t b) { return asciiLower(a) == asciiLower(b); });
+    if (found == rest.end())
       throw PageError(source.place(construct),
                       u"there is no " + std::u16string(end) + u" for this");
-    const auto length = static_cast<std::size_t>(found.begin() - rest.begin());
+    const auto length = static_cast<std::size_t>(found - rest.begin());
     return {rest.substr(0, length), start + length + end.size()};
   }
 

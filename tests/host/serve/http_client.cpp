@@ -42,7 +42,7 @@ Reply Connection::exchange(std::string_view bytes, bool isHead) {
   http::read(parts_->socket, parts_->buffer, parser, error);
   Reply reply;
   if (error) return reply;
-  reply.status = parser.get().result_int();
+  reply.status = static_cast<int>(parser.get().result_int());
   reply.body = parser.get().body();
   for (const auto& field : parser.get())
     reply.headers[std::string(field.name_string())] = std::string(field.value());
