@@ -55,6 +55,8 @@ TEST(ReferenceTest, EveryGapIsNamed) {
       {"Enumerations.md", "- `sbNone`", "- `sbSome`", "sbQuoteStyle: says nothing of sbNone"},
       {"Enumerations.md", "## LOG_LEVEL", "## LOG_LEVELS", "LOG_LEVEL: has no entry"},
       {"JSON.md", "# JSON", "JSON", "the first line is no heading"},
+      {"JSON.md", "# JSON", "# Concat", "Concat: is not the class of this file"},
+      {"JSON.md", "## Encode", "## ", "a heading without a name"},
       {"JSON.md", "## Encode", "# Encode", "a second heading of the first level"},
       {"JSON.md", "```\n\n## Decode", "## Decode", "a second block of this kind"},
       {"ClsDictionary.md", "\"Apple\":2}\n```", "\"Apple\":2}", "the block has no end"},

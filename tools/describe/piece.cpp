@@ -1,14 +1,29 @@
 #include "describe/piece.h"
 
-#include <regex>
+#include <optional>
+#include <sstream>
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 namespace quendal {
 namespace {
 
-std::vector<std::string> namesOf(const std::string& heading) {
-  static const std::regex name("[^, ]+");
-  return {std::sregex_token_iterator(heading.begin(), heading.end(), name), {}};
+/// The names of a heading, "A, B".
+std::vector<std::string> namesOf(std::string heading) {
+  std::erase(heading, ' ');
+  std::istringstream list(heading);
+  std::vector<std::string> names;
+  for (std::string name; std::getline(list, name, ',');) names.push_back(name);
+  return names;
+}
+
+/// "- `Name`: text" in two; nothing for any other line.
+std::optional<std::pair<std::string, std::string>> meaningOf(const std::string& line) {
+  constexpr std::string_view kBegin = "- `", kMiddle = "`: ";
+  const std::size_t end = line.find(kMiddle);
+  if (!line.starts_with(kBegin) || end == std::string::npos) return {};
+  return {{line.substr(kBegin.size(), end - kBegin.size()), line.substr(end + kMiddle.size())}};
 }
 
 void appendLine(std::string& text, const std::string& line) {
@@ -49,19 +64,20 @@ class PieceReader {
   }
 
   void takeLine() {
-    static const std::regex meaning("- `(\\w+)`: (.+)");
-    static const std::regex field("(Result|Errors): (.+)");
-    std::smatch match;
+    constexpr std::string_view kResult = "Result: ", kErrors = "Errors: ";
     if (line_.starts_with("# ")) {
       if (number_ != 1) fail("a second heading of the first level");
       piece_.opening.names = namesOf(line_.substr(2));
     } else if (line_.starts_with("## ")) {
       piece_.entries.emplace_back().names = namesOf(line_.substr(3));
+      if (entry().names.empty()) fail("a heading without a name");
       paragraph_ = nullptr;
-    } else if (std::regex_match(line_, match, meaning)) {
-      begin(entry().meanings[match[1]], match[2]);
-    } else if (std::regex_match(line_, match, field)) {
-      begin(match[1] == "Result" ? entry().result : entry().errors, match[2]);
+    } else if (const auto meaning = meaningOf(line_)) {
+      begin(entry().meanings[meaning->first], meaning->second);
+    } else if (line_.starts_with(kResult)) {
+      begin(entry().result, line_.substr(kResult.size()));
+    } else if (line_.starts_with(kErrors)) {
+      begin(entry().errors, line_.substr(kErrors.size()));
     } else if (line_.empty()) {
       paragraph_ = nullptr;
     } else if (paragraph_ != nullptr) {

@@ -92,6 +92,8 @@ void checkExamples(const Piece& piece, Gaps& gaps) {
 }
 
 void checkClass(const DescribedClass& described, Gaps& gaps) {
+  if (described.piece.opening.names[0] != narrow(described.description.identity().name))
+    gaps.add(described.piece.opening.names[0], "is not the class of this file");
   std::set<std::string> names;
   for (const MemberRow& member : described.description.members()) names.insert(narrow(member.name));
   compareNames(names, described.piece, gaps);
