@@ -26,7 +26,10 @@ install(PROGRAMS packaging/register.cmd packaging/unregister.cmd DESTINATION .)
 file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
 install(FILES README.md DESTINATION .)
 install(FILES ${pages} DESTINATION docs)
+install(DIRECTORY docs/images DESTINATION docs)
 install(DIRECTORY examples/ DESTINATION examples
+  PATTERN LOGS EXCLUDE
+  PATTERN .gitignore EXCLUDE
   PATTERN native_host.cpp EXCLUDE
   PATTERN cmake_consumer EXCLUDE)
 
