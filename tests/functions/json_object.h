@@ -43,11 +43,9 @@ inline std::string shown(const VARIANT& value) {
   return platform::toUtf8(typeNameOf(value));
 }
 
-inline const Object& object() {
-  static const thread_local Owned<Json> kJson = Owned<Json>::make();
-  static const thread_local Object kObject = kJson.object();
-  return kObject;
-}
+/// A new one. (None is kept for a thread: with MinGW `thread_local` destructors meet freed
+/// storage.)
+inline Object object() { return Owned<Json>::make().object(); }
 
 /// What a call returns, or "number source: description" of the error.
 template <class Call>

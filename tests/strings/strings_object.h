@@ -22,9 +22,9 @@ inline std::string inQuotes(std::string_view text) { return '"' + std::string(te
 /// What a member returns, or "error n".
 template <class... Arguments>
 std::string called(std::u16string_view member, Arguments&&... arguments) {
-  static const thread_local Owned<StringFunctions> kStrings = Owned<StringFunctions>::make();
+  const Object strings = Owned<StringFunctions>::make().object();
   try {
-    return shown(kStrings.object().call(member, std::forward<Arguments>(arguments)...));
+    return shown(strings.call(member, std::forward<Arguments>(arguments)...));
   } catch (const AutomationError& error) {
     return "error " + std::to_string(error.number());
   }
