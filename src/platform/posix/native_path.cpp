@@ -10,34 +10,41 @@
 #include "platform/path_text.h"
 
 namespace quendal::platform {
-namespace {
-
-bool isAscii(std::u16string_view text) noexcept {
-  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
-}
-
-}  // namespace
+namespace {}  // namespace
 
 NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {
   if (!isPath(path) || path.size() >= text_.size()) {
     error_ = FileError::BadFileName;
     return;
   }
-  if (isAscii(path)) {  // nearly every path; nothing is allocated
-    append(path);
-    return;
-  }
+  if (takePlain(path)) return;
   try {
-    append(std::string_view(toUtf8(path)));
+    append(toUtf8(path));
   } catch (const std::exception&) {  // out of memory
     error_ = FileError::DeviceIo;
   }
 }
 
-template <typename Unit>
-void NativePath::append(std::basic_string_view<Unit> text) noexcept {
+// Takes a path that needs no more than other separators, as nearly all do: loops without branches.
+// False, and nothing is taken, for characters beyond ASCII and for separators in a row.
+bool NativePath::takePlain(std::u16string_view path) noexcept {
+  unsigned units = 0;
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    units |= path[i];
+    text_[i] = path[i] == u'\\' ? '/' : static_cast<char>(path[i]);
+  }
+  unsigned doubled = 0;
+  for (std::size_t i = 1; i < path.size(); ++i)
+    doubled |= static_cast<unsigned>(text_[i - 1] == '/') & static_cast<unsigned>(text_[i] == '/');
+  const bool isPlain = units < 0x80 && doubled == 0;
+  size_ = isPlain ? path.size() : 0;
+  text_[size_] = '\0';
+  return isPlain;
+}
+
+void NativePath::append(std::string_view text) noexcept {
   std::size_t size = size_;
-  for (const Unit unit : text) {
+  for (const char unit : text) {
     const bool separator = isSeparator(static_cast<unsigned char>(unit));
     if (separator && size > 0 && text_[size - 1] == '/') continue;
     if (size + 1 == text_.size()) {
@@ -45,7 +52,7 @@ void NativePath::append(std::basic_string_view<Unit> text) noexcept {
       size = 0;
       break;
     }
-    text_[size++] = separator ? '/' : static_cast<char>(unit);
+    text_[size++] = separator ? '/' : unit;
   }
   text_[size] = '\0';
   size_ = size;
@@ -63,7 +70,7 @@ NativePath NativePath::parent() const noexcept {
 
 NativePath NativePath::child(std::string_view name) const noexcept {
   NativePath entry(*this);
-  entry.append(std::string_view("/"));
+  entry.append("/");
   if (entry.error_ == FileError::None) entry.append(name);
   return entry;
 }

@@ -34,8 +34,8 @@ class NativePath {
 
  private:
   NativePath() noexcept { text_[0] = '\0'; }
-  template <typename Unit>
-  void append(std::basic_string_view<Unit> text) noexcept;  // ASCII, or bytes of UTF-8
+  bool takePlain(std::u16string_view path) noexcept;
+  void append(std::string_view text) noexcept;
 
   std::array<char, PATH_MAX> text_;
   std::size_t size_ = 0;
