@@ -7,16 +7,11 @@
 #include "core/text_tools.h"
 
 namespace quendal::test {
-namespace {
-
-std::u16string number(std::int64_t value) { return decimalText(value); }
-
-}  // namespace
 
 std::u16string Probe::numbers(std::int16_t& small, std::int32_t& big, Boolean& flag,
                               Boolean change) {
-  const std::u16string given =
-      number(small) + u"," + number(big) + u"," + number(static_cast<VARIANT_BOOL>(flag));
+  const std::u16string given = decimalText(small) + u"," + decimalText(big) + u"," +
+                               decimalText(static_cast<VARIANT_BOOL>(flag));
   if (isTrue(change)) {
     ++small;
     ++big;
@@ -27,9 +22,9 @@ std::u16string Probe::numbers(std::int16_t& small, std::int32_t& big, Boolean& f
 
 std::u16string Probe::defaults(std::int16_t& value, std::u16string_view text, DefaultedRef& empty,
                                VariantRef& missing, Boolean flag, QuoteStyle style) {
-  return number(value) + u"|" + std::u16string(text) + u"|" + typeNameOf(empty.value()) + u"|" +
-         typeNameOf(missing.value()) + u"|" + number(static_cast<VARIANT_BOOL>(flag)) + u"|" +
-         number(static_cast<std::int32_t>(style));
+  return decimalText(value) + u"|" + std::u16string(text) + u"|" + typeNameOf(empty.value()) +
+         u"|" + typeNameOf(missing.value()) + u"|" + decimalText(static_cast<VARIANT_BOOL>(flag)) +
+         u"|" + decimalText(static_cast<std::int32_t>(style));
 }
 
 void Probe::replace(VariantRef& target, const VARIANT& value) {
@@ -41,7 +36,7 @@ std::u16string Probe::texts(std::u16string_view byValue, TextRef byReference) {
 }
 
 std::u16string Probe::list(std::int32_t first, ArgumentList rest) {
-  std::u16string text = number(first);
+  std::u16string text = decimalText(first);
   for (const VARIANT& value : rest) text += u"," + joinedTextOf(value);
   return text;
 }
@@ -57,8 +52,6 @@ std::int32_t Probe::fail(std::int32_t how, std::int16_t& changedFirst) {
   if (how == 3) throw std::runtime_error("unforeseen");
   return 1;
 }
-
-Owned<Probe> Probe::self() { return Owned<Probe>::make(); }
 
 }  // namespace quendal::test
 
@@ -81,7 +74,6 @@ const ClassDescription& describe<test::Probe>() {
       method<&P::fail>(u"Fail", u"", {in(u"How"), in(u"ChangedFirst")}),
       get<&P::property>(u"Property", u""),
       put<&P::setProperty>(u"Property", u"", {in(u"Value")}),
-      get<&P::self>(u"Self", u""),
   };
   static const ClassDescription description({P::kClassName,
                                              u"_Probe",

@@ -23,7 +23,6 @@ class Probe {
   std::int32_t fail(std::int32_t how, std::int16_t& changedFirst);
   Variant property() { return property_; }
   void setProperty(const VARIANT& value) { property_ = Variant::copyOf(value); }
-  Owned<Probe> self();
 
  private:
   Variant property_;

@@ -21,9 +21,8 @@ inline BSTR newText(std::u16string_view text) {
 // The characters of a BSTR, those beyond ASCII as "?".
 inline std::string readText(BSTR text) {
   std::string read;
-  for (UINT i = 0; i < SysStringLen(text); ++i) {
+  for (UINT i = 0; i < SysStringLen(text); ++i)
     read += text[i] < 0x80 ? static_cast<char>(text[i]) : '?';
-  }
   return read;
 }
 
@@ -54,7 +53,6 @@ inline Value null() { return make(VT_NULL, &VARIANT::lVal, 0); }
 inline Value i2(int n) { return make(VT_I2, &VARIANT::iVal, n); }
 inline Value i4(long long n) { return make(VT_I4, &VARIANT::lVal, n); }
 inline Value i8(long long n) { return make(VT_I8, &VARIANT::llVal, n); }
-inline Value ui1(unsigned n) { return make(VT_UI1, &VARIANT::bVal, n); }
 inline Value ui8(unsigned long long n) { return make(VT_UI8, &VARIANT::ullVal, n); }
 inline Value r4(float n) { return make(VT_R4, &VARIANT::fltVal, n); }
 inline Value r8(double n) { return make(VT_R8, &VARIANT::dblVal, n); }
@@ -85,44 +83,21 @@ inline std::string show(const VARIANT& value) {
     std::snprintf(buffer, sizeof(buffer), format, content);
     return std::string(buffer);
   };
-  switch (value.vt) {
-    case VT_EMPTY:
-      return "Empty";
-    case VT_NULL:
-      return "Null";
-    case VT_I1:
-      return print("%d", static_cast<int>(value.cVal));
-    case VT_UI1:
-      return print("%d", static_cast<int>(value.bVal));
-    case VT_I2:
-    case VT_BOOL:
-      return print("%d", static_cast<int>(value.iVal));
-    case VT_UI2:
-      return print("%d", static_cast<int>(value.uiVal));
-    case VT_I4:
-    case VT_INT:
-      return print("%d", static_cast<int>(value.lVal));
-    case VT_UI4:
-    case VT_UINT:
-      return print("%u", static_cast<unsigned>(value.ulVal));
-    case VT_I8:
-    case VT_CY:
-      return std::to_string(value.llVal);
-    case VT_UI8:
-      return std::to_string(value.ullVal);
-    case VT_R4:
-      return print("%.9g", static_cast<double>(value.fltVal));
-    case VT_R8:
-    case VT_DATE:
-      return print("%.17g", value.dblVal);
-    case VT_BSTR:
-      return readText(value.bstrVal);
-    case VT_DECIMAL:
-      return (value.decVal.sign != 0 ? "-" : "") + std::to_string(value.decVal.Lo64) + "/" +
-             std::to_string(value.decVal.scale);
-    default:
-      return print("type %d", static_cast<int>(value.vt));
-  }
+  if (value.vt == VT_EMPTY) return "Empty";
+  if (value.vt == VT_NULL) return "Null";
+  if (value.vt == VT_I1) return std::to_string(value.cVal);
+  if (value.vt == VT_UI1) return std::to_string(value.bVal);
+  if (value.vt == VT_I2 || value.vt == VT_BOOL) return std::to_string(value.iVal);
+  if (value.vt == VT_I4 || value.vt == VT_INT) return std::to_string(value.lVal);
+  if (value.vt == VT_I8 || value.vt == VT_CY) return std::to_string(value.llVal);
+  if (value.vt == VT_UI8) return std::to_string(value.ullVal);
+  if (value.vt == VT_R4) return print("%.9g", static_cast<double>(value.fltVal));
+  if (value.vt == VT_R8 || value.vt == VT_DATE) return print("%.17g", value.dblVal);
+  if (value.vt == VT_BSTR) return readText(value.bstrVal);
+  if (value.vt == VT_DECIMAL)
+    return (value.decVal.sign != 0 ? "-" : "") + std::to_string(value.decVal.Lo64) + "/" +
+           std::to_string(value.decVal.scale);
+  return print("type %d", static_cast<int>(value.vt));
 }
 
 // An object whose default value is a number, or an error.

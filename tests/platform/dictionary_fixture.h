@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/automation_values.h"
@@ -49,6 +50,15 @@ class DictionaryTest : public testing::Test {
     EXPECT_EQ(dictionary_->Exists(key.source(), &found), S_OK);
     return found == VARIANT_TRUE;
   }
+  // Whether the second key finds what was added under the first.
+  bool same(const std::pair<Value, Value>& keys) {
+    SCOPED_TRACE(show(keys.first.value) + " and " + show(keys.second.value));
+    EXPECT_EQ(add(keys.first, i4(1)), S_OK);
+    const bool found = exists(keys.second);
+    EXPECT_EQ(add(keys.second, i4(2)), found ? kKeyExists : S_OK);
+    EXPECT_EQ(dictionary_->RemoveAll(), S_OK);
+    return found;
+  }
   std::string item(const Value& key) {
     Value found;
     EXPECT_EQ(dictionary_->get_Item(key.source(), &found.value), S_OK);
@@ -63,9 +73,8 @@ class DictionaryTest : public testing::Test {
   static std::string list(const Value& array) {
     std::string shown;
     EXPECT_EQ(array.value.vt, VT_ARRAY | VT_VARIANT);
-    for (ULONG i = 0; i < array.value.parray->rgsabound[0].cElements; ++i) {
+    for (ULONG i = 0; i < array.value.parray->rgsabound[0].cElements; ++i)
       shown += (i == 0 ? "" : " ") + show(static_cast<VARIANT*>(array.value.parray->pvData)[i]);
-    }
     return shown;
   }
   std::string keys() {

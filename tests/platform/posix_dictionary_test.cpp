@@ -19,11 +19,8 @@ using PosixDictionaryTest = DictionaryTest;
 TEST_F(PosixDictionaryTest, MoreKeysAreTheSameByValue) {
   const std::pair<Value, Value> same[] = {
       {i4(-7), cy(-70000)},
-      {r8(2.5), cy(25000)},
-      {ui1(200), i8(200)},
       {boolean(true), i2(-1)},
       {decimal(0, 25, 1, false), r8(2.5)},
-      {empty(), empty()},
       {null(), null()},
       {text(u""), make(VT_BSTR, &VARIANT::bstrVal, nullptr)},
       {r8(0.0), r8(-0.0)},
@@ -36,24 +33,15 @@ TEST_F(PosixDictionaryTest, MoreKeysAreTheSameByValue) {
       {i8(9007199254740993), i8(9007199254740992)},
       {text(u"a"), text(std::u16string_view(u"a\0", 2))},
   };
-  for (const auto& [first, second] : same) {
-    ASSERT_EQ(add(first, i4(1)), S_OK);
-    EXPECT_TRUE(exists(second)) << show(first.value);
-    ASSERT_EQ(dictionary_->RemoveAll(), S_OK);
-  }
-  for (const auto& [first, second] : different) {
-    ASSERT_EQ(add(first, i4(1)), S_OK);
-    EXPECT_FALSE(exists(second)) << show(first.value) << " and " << show(second.value);
-    ASSERT_EQ(dictionary_->RemoveAll(), S_OK);
-  }
+  for (const auto& keys : same) EXPECT_TRUE(this->same(keys));
+  for (const auto& keys : different) EXPECT_FALSE(this->same(keys));
   EXPECT_EQ(add(error(DISP_E_PARAMNOTFOUND), i4(1)), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(PosixDictionaryTest, IgnoresTheCaseOfAnyLetter) {
   ASSERT_EQ(dictionary_->put_CompareMode(1), S_OK);
-  ASSERT_EQ(add(text(u"Stra\u00DFe \u00C9cole"), i4(1)), S_OK);
-  EXPECT_TRUE(exists(text(u"STRA\u00DFE \u00E9COLE")));
-  EXPECT_FALSE(exists(text(u"STRA\u00DFE \u00E8COLE")));
+  EXPECT_TRUE(same({text(u"Stra\u00DFe \u00C9cole"), text(u"STRA\u00DFE \u00E9COLE")}));
+  EXPECT_FALSE(same({text(u"Stra\u00DFe \u00C9cole"), text(u"STRA\u00DFE \u00E8COLE")}));
 }
 
 TEST_F(PosixDictionaryTest, RenamesInPlace) {
@@ -62,7 +50,7 @@ TEST_F(PosixDictionaryTest, RenamesInPlace) {
   EXPECT_EQ(keys(), "1 two 3");
   EXPECT_EQ(items(), "10 20 30");
   EXPECT_EQ(dictionary_->put_Key(i4(1).source(), i4(3).source()), kKeyExists);
-  EXPECT_EQ(dictionary_->put_Key(i4(1).source(), r8(1).source()), S_OK);
+  EXPECT_EQ(dictionary_->put_Key(i4(1).source(), r8(1).source()), S_OK);  // the same key
   ASSERT_EQ(dictionary_->put_Key(i4(4).source(), i4(5).source()), S_OK);
   EXPECT_EQ(keys(), "1 two 3 5");
 }
@@ -83,9 +71,15 @@ TEST_F(PosixDictionaryTest, ManyEntriesBehaveLikeFew) {
     const auto found = at(key);
     switch ((random >> 8) % 4) {
       case 0:
-      case 1:
         ASSERT_EQ(add(keyOf(key), i4(step)), found == model.end() ? S_OK : kKeyExists);
         if (found == model.end()) model.emplace_back(key, step);
+        break;
+      case 1:
+        ASSERT_EQ(put(keyOf(key), i4(step)), S_OK);
+        if (found == model.end())
+          model.emplace_back(key, step);
+        else
+          found->second = step;
         break;
       case 2:
         ASSERT_EQ(dictionary_->Remove(keyOf(key).source()),
@@ -96,9 +90,6 @@ TEST_F(PosixDictionaryTest, ManyEntriesBehaveLikeFew) {
         if (found == model.end() || at(key + 200) != model.end()) break;
         ASSERT_EQ(dictionary_->put_Key(keyOf(key).source(), keyOf(key + 200).source()), S_OK);
         found->first = key + 200;
-        if (step % 3 != 0) break;
-        ASSERT_EQ(dictionary_->put_Key(keyOf(key + 200).source(), keyOf(key).source()), S_OK);
-        found->first = key;
         break;
       }
     }
@@ -123,18 +114,6 @@ TEST_F(PosixDictionaryTest, TellsScriptsWhatWentWrong) {
   SysFreeString(exception.bstrSource);
   SysFreeString(exception.bstrDescription);
   SysFreeString(exception.bstrHelpFile);
-  EXPECT_EQ(add(i4(7), i4(1)), kKeyExists);
-  IErrorInfo* info = nullptr;
-  ASSERT_EQ(GetErrorInfo(0, &info), S_OK);
-  info->Release();
-
-  ITypeInfo* type = nullptr;
-  ASSERT_EQ(dictionary_->GetTypeInfo(0, 0, &type), S_OK);
-  BSTR name = nullptr;
-  EXPECT_EQ(type->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr), S_OK);
-  EXPECT_EQ(readText(name), "Dictionary");
-  SysFreeString(name);
-  EXPECT_EQ(type->Release(), 0U);
 }
 
 TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
@@ -143,7 +122,6 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
   ASSERT_NE(enumerator, nullptr);
   ASSERT_EQ(dictionary_->RemoveAll(), S_OK);
   Value keys[3];
-  ULONG fetched = 0;
   EXPECT_EQ(enumerator->Skip(1), S_OK);
   IEnumVARIANT* clone = nullptr;
   ASSERT_EQ(enumerator->Clone(&clone), S_OK);
@@ -152,7 +130,7 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
   EXPECT_EQ(show(keys[0].value), "2");
   EXPECT_EQ(clone->Skip(2), S_FALSE);
   EXPECT_EQ(clone->Reset(), S_OK);
-  EXPECT_EQ(clone->Next(1, &keys[1].value, &fetched), S_OK);
+  EXPECT_EQ(clone->Next(1, &keys[1].value, nullptr), S_OK);
   EXPECT_EQ(show(keys[1].value), "1");
   EXPECT_EQ(clone->Release(), 0U);
 }

@@ -19,6 +19,9 @@ void expectAsPrinted(double value) {
   const platform::NumberText text = platform::realText(value, kDigits);
   const std::u16string_view view = text.view();
   ASSERT_EQ(std::string(view.begin(), view.end()), expected);
+  const auto read = platform::parseNumber(view);
+  ASSERT_TRUE(read);
+  ASSERT_EQ(platform::toReal(*read), std::strtod(expected, nullptr)) << expected;
 }
 
 TEST(PosixNumberText, RoundsDoublesToFifteenDigits) {

@@ -39,7 +39,6 @@ Bytes peImage(PeKind kind, std::vector<VersionOfLanguage> versions);
 /// Where `peImage` puts things in the file, for tests that spoil them.
 inline constexpr std::size_t kFileHeader = 0x80;
 inline constexpr std::size_t kOptionalHeader = kFileHeader + 24;
-inline constexpr std::size_t kSections32 = kOptionalHeader + 96 + 16 * 8;
 inline constexpr std::size_t kResources = 0x400;
 inline constexpr std::size_t kVersionType = kResources + 24;  // the directory entries:
 inline constexpr std::size_t kVersionName = kResources + 48;  // number, then offset
