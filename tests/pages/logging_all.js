@@ -1,7 +1,7 @@
-// Calls every member of LOGGING as a page does, prints what each returned, then the log.
+// Calls every member of LOGGING as a page does and prints what each returned; logging_all.vbs
+// shows the log as well.
 // Argument: the folder to write into; it gets a new folder of this page's own. In what is printed a
-// stamp is "@" at the start of a line, a line end of the text is "|", and values of the machine
-// are <...>.
+// stamp is "@" at the start of a line, and a line end of the text is "|".
 //
 // A script in this language gives the library no variables, only values: texts that the library
 // hands back through a parameter do not arrive.
@@ -35,35 +35,11 @@ var context = {
 };
 
 var stamp = /\n?\d\d \S+ \d{4} \d\d:\d\d:\d\d\.\d{3} \S* \S* \d+ /g;
-var platformRow = new RegExp("((Machine Name|Operating System[A-Za-z ]*|Service Pack Identifier|" +
-  "Microsoft IIS Version|[A-Za-z ]+ Version|Network IP Address) \\.+ )[^|]*");
-var valueOfRow = /( \.+ )[^|]*/;
-
-// Rows that depend on the machine become one line, those of the platform lose their values.
-var section = "";
-
-function printLine(line) {
-  if (line.indexOf("IN_szDirectory ") >= 0 && line.indexOf("<here>") < 0) {
-    WScript.Echo(line.replace(valueOfRow, "$1<folder>"));
-    section = "files";
-    WScript.Echo("<files>");
-  } else if (line.charAt(0) != "@" || !(valueOfRow.test(line) || line.indexOf("\t") > 0)) {
-    WScript.Echo(line.replace(platformRow, "$1<value>"));
-    section = "";
-    if (line.indexOf("ODBC Drivers") > 0) section = "drivers";
-    if (line.indexOf("LogOSInfo") > 0) section = "folders";
-    if (section != "") WScript.Echo("<" + section + ">");
-  } else if (section == "") {
-    WScript.Echo(line.replace(platformRow, "$1<value>"));
-  }
-}
-
 function printText(text) {
-  var lines = String(text).split(folder).join("<here>").split("\r\n").join("|\n");
-  lines = lines.replace(stamp, "\n@").split("\n");
-  section = "";
+  text = String(text).split(folder).join("<here>").split("\r\n").join("|\n");
+  var lines = text.replace(stamp, "\n@").split("\n");
   for (var i = 0; i < lines.length; ++i)
-    if (lines[i] != "") printLine(lines[i]);
+    if (lines[i] != "") WScript.Echo(lines[i]);
 }
 
 function show(member, result) {
@@ -139,9 +115,6 @@ show("LogDiagnostics", log.LogDiagnostics());
 show("WriteASPEnd", log.WriteASPEnd());
 log.OnEndPage();
 show("after OnEndPage", raised(function () { return log.WriteLog(2, "after the page"); }));
-WScript.Echo("== THE LOG");
-printText(files.OpenTextFile(log.Path + log.FileName, 1, false, -1).ReadAll());
-
 log.Class_Initialize();
 log.Unicode = false;
 log.RolloverBytes = 100000;
