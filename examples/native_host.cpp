@@ -71,13 +71,16 @@ class HostObject final : public IDispatch {
   ULONG references_ = 1;
 };
 
-Variant serverVariable(const Variant& name) {
-  static const struct {
+Variant serverVariable(const std::u16string& folder, const Variant& name) {
+  const struct {
     const char16_t* name;
-    const char16_t* value;
-  } variables[] = {{u"REMOTE_ADDR", u"10.1.2.3"},     {u"PATH_TRANSLATED", u"/proc\\self\\exe"},
-                   {u"REQUEST_METHOD", u"GET"},       {u"HTTP_USER_AGENT", u"Mozilla/5.0 (demo)"},
-                   {u"URL", u"/reports/default.asp"}, {u"QUERY_STRING", u"report=7&lang=en"}};
+    std::u16string value;
+  } variables[] = {{u"REMOTE_ADDR", u"10.1.2.3"},
+                   {u"PATH_TRANSLATED", folder + u"\\default.asp"},  // in the log, when it exists
+                   {u"REQUEST_METHOD", u"GET"},
+                   {u"HTTP_USER_AGENT", u"Mozilla/5.0 (demo)"},
+                   {u"URL", u"/reports/default.asp"},
+                   {u"QUERY_STRING", u"report=7&lang=en"}};
   for (const auto& variable : variables)
     if (textOf(name) == variable.name) return variable.value;
   return u"";
@@ -88,7 +91,9 @@ Object pageContext(const std::u16string& folder) {
     return [object](const Variant&) { return Variant(object); };
   };
   const Object plain = HostObject::make({});
-  const Object request = HostObject::make({{u"ServerVariables", serverVariable}});
+  const Object request = HostObject::make({{u"ServerVariables", [folder](const Variant& name) {
+                                              return serverVariable(folder, name);
+                                            }}});
   const Object server =
       HostObject::make({{u"MapPath", [folder](const Variant&) { return Variant(folder); }}});
   return HostObject::make({{u"Session", constant(plain)},
