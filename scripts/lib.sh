@@ -63,7 +63,8 @@ build() {
 }
 
 # A Windows of our own for each build folder. Programs and files are named by their path below it,
-# with backslashes. wine_start BITS fails when it cannot be had, or does not come up in two tries.
+# with backslashes. wine_start BITS returns 1 when it cannot be had on this machine, and 2 when it
+# does not come up in two tries.
 # A script that sets $wine_variant (an addition to the names) has another one beside the usual,
 # with a stage folder of its own; wine_forget BITS removes it.
 wine_variant=
@@ -77,7 +78,7 @@ wine_start() {
     in_wine "$bits" wineserver -k9 >/dev/null 2>&1 || true
     wine_forget "$bits"
   done
-  return 1
+  return 2
 }
 wine_forget() {
   if [ "$1" = 64 ]; then rm -rf "$root/build/win64/wine$wine_variant"
@@ -85,8 +86,9 @@ wine_forget() {
   fi
 }
 wine_stop() {
-  if [ "$1" = 64 ]; then [ ! -d "$root/build/win64/wine$wine_variant" ] || in_wine 64 wineserver -k >/dev/null 2>&1 || true
-  else wine32_stop
+  if [ "$1" != 64 ]; then wine32_stop
+  elif [ -d "$root/build/win64/wine$wine_variant" ]; then
+    in_wine 64 wineserver -k >/dev/null 2>&1 || true
   fi
 }
 
@@ -106,7 +108,8 @@ wine_run() {
 in_wine() {
   local bits=$1 limit=(timeout --kill-after=10 "${wine_seconds:-600}"); shift
   if [ "$bits" = 64 ]; then
-    (cd "$(wine_folder 64)" && WINEPREFIX=$root/build/win64/wine$wine_variant "${limit[@]}" "$@" </dev/null)
+    (cd "$(wine_folder 64)" &&
+      WINEPREFIX=$root/build/win64/wine$wine_variant "${limit[@]}" "$@" </dev/null)
   else
     as_root "${limit[@]}" chroot "$wine32_root" /usr/bin/env -i HOME=/root \
       WINEPREFIX="/root/.wine$wine_variant" STAGE="/quendal$wine_variant" \
@@ -148,13 +151,20 @@ wine_stage() {
   fi
 }
 # The stage folder as this system sees it, and as that Windows does.
-wine_folder() { if [ "$1" = 64 ]; then echo "$root/build/win64/stage$wine_variant"; else echo "$wine32_root/quendal$wine_variant"; fi; }
+wine_folder() {
+  if [ "$1" = 64 ]; then echo "$root/build/win64/stage$wine_variant"
+  else echo "$wine32_root/quendal$wine_variant"
+  fi
+}
 wine_path() {
-  if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"; else echo "Z:\\quendal$wine_variant"; fi
+  if [ "$1" = 64 ]; then printf 'Z:%s\n' "$(wine_folder 64 | tr / '\\')"
+  else echo "Z:\\quendal$wine_variant"
+  fi
 }
 
 # host_start BITS FOLDER OUTPUT ARGUMENT...: lets the page host, which must be staged, serve a
-# folder, at $port or at one that is free. Sets host_port; what the host prints goes to OUTPUT.output and OUTPUT.errors.
+# folder, at $port or at one that is free. Sets host_port; what the host prints goes to
+# OUTPUT.output and OUTPUT.errors.
 host_start() {
   local bits=$1 folder=$2 output=$3 attempt; shift 3
   : >"$output.output"

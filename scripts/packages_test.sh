@@ -60,7 +60,7 @@ check_windows_package() {  # check_windows_package BITS, on a Windows that has s
   wine_variant=' & packages'  # a path as people have them
   wine_forget "$bits"
   as_root rm -rf "$(wine_folder "$bits")"
-  if wine_start "$bits"; then
+  if windows_up "$bits" "the Windows package, $folder"; then
     wine_stage "$bits" "$windows_package"/*
     check "use without registration, $folder" without_registration "$bits" "$folder"
     # This first run, which cannot succeed, is also the one in which the script host settles in.
@@ -71,8 +71,6 @@ check_windows_package() {  # check_windows_package BITS, on a Windows that has s
     check "registration for the machine, $folder" registration "$bits"
     check "registration for the user, $folder" registration "$bits" /user
     wine_stop "$bits"
-  else
-    skip_home "the Windows package, $folder"
   fi
   wine_variant=
 }

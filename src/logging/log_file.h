@@ -18,7 +18,8 @@ namespace quendal {
 
 inline constexpr std::u16string_view kLineEnd = u"\r\n";
 
-/// Creates every missing folder of a path. Raises 70, 75 or 76 for a folder that cannot be.
+/// Creates every missing folder of a path. Raises 53, 70, 75 or 76 for a folder that cannot
+/// be.
 void ensureFolders(std::u16string_view path);
 
 class LogFile {

@@ -1,7 +1,6 @@
 #include "platform/dictionary_access.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "platform/posix/automation/dictionary.h"
 #include "platform/posix/automation/dictionary_key.h"

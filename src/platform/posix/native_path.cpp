@@ -10,8 +10,6 @@
 #include "platform/path_text.h"
 
 namespace quendal::platform {
-namespace {}  // namespace
-
 NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {
   if (!isPath(path) || path.size() >= text_.size()) {
     error_ = FileError::BadFileName;

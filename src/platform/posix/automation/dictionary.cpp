@@ -1,7 +1,6 @@
 #include "platform/posix/automation/dictionary.h"
 
 #include <new>
-#include <utility>
 
 #include "platform/posix/automation/array_enumerator.h"
 #include "platform/posix/automation/strings.h"
