@@ -115,7 +115,10 @@ std::partial_ordering compareValues(const VARIANT& a, const VARIANT& b) {
   // Before any object is asked: what is compared with Null does not matter.
   if (left.vt == VT_NULL || right.vt == VT_NULL) return std::partial_ordering::unordered;
   if (!isObject(left) && !isObject(right)) return comparePlain(left, right);
-  return comparePlain(plainValueOf(left), plainValueOf(right));
+  // Both are owned before either is asked: what one does may change where the other came from.
+  const Variant ownLeft = Variant::copyOf(left);
+  const Variant ownRight = Variant::copyOf(right);
+  return comparePlain(plainValueOf(ownLeft), plainValueOf(ownRight));
 }
 
 }  // namespace quendal

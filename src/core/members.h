@@ -40,15 +40,33 @@ struct MemberTraits<R (C::*)(P...)> {
 template <class C, class R, class... P>
 struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
 
-template <auto Member, class Parameters>
+/// Keeps an object alive for the length of a call on it: foreign code that runs meanwhile may let
+/// go of its last reference. A plain property's getter runs none, and goes without.
+class Hold {
+ public:
+  explicit Hold(DispatchObject& object) noexcept : object_(object) { object_.addRef(); }
+  Hold(const Hold&) = delete;
+  Hold& operator=(const Hold&) = delete;
+  ~Hold() { object_.release(); }
+
+ private:
+  DispatchObject& object_;
+};
+struct NoHold {
+  explicit NoHold(DispatchObject&) noexcept {}
+};
+
+template <MemberKind Kind, auto Member, class Parameters>
 struct Slot;
 
 /// The function-table entry and the late-bound call of one member.
-template <auto Member, class... P>
-struct Slot<Member, std::tuple<P...>> {
+template <MemberKind Kind, auto Member, class... P>
+struct Slot<Kind, Member, std::tuple<P...>> {
   using Traits = MemberTraits<decltype(Member)>;
   using C = typename Traits::Class;
   using R = typename Traits::Returned;
+  using HoldForCall =
+      std::conditional_t<Kind == MemberKind::Get && sizeof...(P) == 0, NoHold, Hold>;
 
   static C& instanceOf(DispatchObject& object) {
     return static_cast<Component<C>&>(object).instance;
@@ -56,8 +74,9 @@ struct Slot<Member, std::tuple<P...>> {
 
   static HRESULT STDMETHODCALLTYPE call(DispatchObject* self,
                                         typename Parameter<P>::Abi... arguments) noexcept {
+    const HoldForCall hold(*self);
     try {
-      (instanceOf(*self).*Member)(typename Parameter<P>::FromTable(arguments).get()...);
+      (instanceOf(*self).*Member)(typename Parameter<P>::Argument(arguments).get()...);
       return S_OK;
     } catch (...) {
       return publishCurrentException(nullptr);
@@ -70,9 +89,10 @@ struct Slot<Member, std::tuple<P...>> {
                                            Abi* result) noexcept {
     if (result == nullptr) return E_POINTER;
     *result = Abi{};
+    const HoldForCall hold(*self);
     try {
       *result = Result<R>::toTable(
-          (instanceOf(*self).*Member)(typename Parameter<P>::FromTable(arguments).get()...));
+          (instanceOf(*self).*Member)(typename Parameter<P>::Argument(arguments).get()...));
       return S_OK;
     } catch (...) {
       return publishCurrentException(nullptr);
@@ -87,8 +107,9 @@ struct Slot<Member, std::tuple<P...>> {
   template <std::size_t... I>
   static void lateWith(DispatchObject& object, [[maybe_unused]] CallFrame& frame,
                        [[maybe_unused]] Variant& result, std::index_sequence<I...>) {
-    std::tuple<typename Parameter<P>::FromCall...> arguments{Place{frame, I}...};
-    const auto writeBack = [&] { (std::get<I>(arguments).writeBack(), ...); };
+    const HoldForCall hold(object);
+    std::tuple<typename Parameter<P>::Argument...> arguments{Place{frame, I}...};
+    const auto writeBack = [&] { (handBack(std::get<I>(arguments)), ...); };
     try {
       if constexpr (std::is_void_v<R>)
         (instanceOf(object).*Member)(std::get<I>(arguments).get()...);
@@ -106,22 +127,27 @@ struct Slot<Member, std::tuple<P...>> {
   struct Place {
     CallFrame& frame;
     std::size_t index;
-    template <class FromCall>
-    operator FromCall() const {
-      return FromCall(frame, index);
+    template <class Argument>
+    operator Argument() const {
+      return Argument(frame, index);
     }
   };
+
+  template <class Argument>
+  static void handBack(const Argument& argument) {
+    if constexpr (requires { argument.writeBack(); }) argument.writeBack();
+  }
 };
 
-template <auto Member, class... P>
-MemberRow row(MemberKind kind, std::u16string_view name, std::u16string_view help,
+template <MemberKind Kind, auto Member, class... P>
+MemberRow row(std::u16string_view name, std::u16string_view help,
               std::span<const ParameterSpec> specs, std::tuple<P...>*) {
   using Traits = MemberTraits<decltype(Member)>;
-  using MemberSlot = Slot<Member, std::tuple<P...>>;
+  using MemberSlot = Slot<Kind, Member, std::tuple<P...>>;
   static_assert(sizeof...(P) <= kMaxParameters);
   MemberRow result;
   result.name = name;
-  result.kind = kind;
+  result.kind = Kind;
   result.help = help;
   result.parameterCount = sizeof...(P);
   std::size_t i = 0;
@@ -142,12 +168,12 @@ MemberRow row(MemberKind kind, std::u16string_view name, std::u16string_view hel
   return result;
 }
 
-template <auto Member, std::size_t N>
-MemberRow rowOf(MemberKind kind, std::u16string_view name, std::u16string_view help,
+template <MemberKind Kind, auto Member, std::size_t N>
+MemberRow rowOf(std::u16string_view name, std::u16string_view help,
                 const std::array<ParameterSpec, N>& specs) {
   using Parameters = typename MemberTraits<decltype(Member)>::Parameters;
   static_assert(std::tuple_size_v<Parameters> == N, "name each parameter");
-  return row<Member>(kind, name, help, specs, static_cast<Parameters*>(nullptr));
+  return row<Kind, Member>(name, help, specs, static_cast<Parameters*>(nullptr));
 }
 
 template <auto Member>
@@ -160,17 +186,17 @@ using Specs = std::array<ParameterSpec,
 template <auto Member>
 MemberRow method(std::u16string_view name, std::u16string_view help,
                  const detail::Specs<Member>& parameters = {}) {
-  return detail::rowOf<Member>(MemberKind::Method, name, help, parameters);
+  return detail::rowOf<MemberKind::Method, Member>(name, help, parameters);
 }
 template <auto Member>
 MemberRow get(std::u16string_view name, std::u16string_view help,
               const detail::Specs<Member>& parameters = {}) {
-  return detail::rowOf<Member>(MemberKind::Get, name, help, parameters);
+  return detail::rowOf<MemberKind::Get, Member>(name, help, parameters);
 }
 template <auto Member>
 MemberRow put(std::u16string_view name, std::u16string_view help,
               const detail::Specs<Member>& parameters) {
-  return detail::rowOf<Member>(MemberKind::Put, name, help, parameters);
+  return detail::rowOf<MemberKind::Put, Member>(name, help, parameters);
 }
 
 }  // namespace quendal

@@ -1,7 +1,6 @@
 #include "core/parameters.h"
 
 namespace quendal {
-
 Variant CallFrame::plainArgument(std::size_t i, VARTYPE type) const {
   const VARIANT* argument = arguments_[i];
   if (argument == nullptr) {
@@ -19,23 +18,35 @@ Variant CallFrame::plainArgument(std::size_t i, VARTYPE type) const {
   }
 }
 
-TextArgument::TextArgument(CallFrame& frame, std::size_t i) {
-  const VARIANT* argument = frame.argument(i);
+const Text& CallFrame::textArgument(std::size_t i, Text& own) const {
+  const VARIANT* argument = arguments_[i];
   if (argument == nullptr) {
-    const auto* text = std::get_if<std::u16string_view>(&frame.parameter(i).defaultValue);
-    if (text != nullptr) view_ = *text;
-    return;
+    const auto* text = std::get_if<std::u16string_view>(&row_.parameterRows[i].defaultValue);
+    if (text != nullptr) own = Text(*text);
+    return own;
   }
-  const VARIANT value = follow(*argument);
-  if (value.vt == VT_BSTR) {
-    view_ = viewOf(value.bstrVal);
-    return;
-  }
-  converted_ = frame.plainArgument(i, VT_BSTR);
-  view_ = viewOf(converted_.bstrVal);
+  if (argument->vt == VT_BSTR) return reinterpret_cast<const Text&>(argument->bstrVal);
+  own = Text::attach(plainArgument(i, VT_BSTR).release().bstrVal);
+  return own;
 }
 
-Parameter<const Object&>::FromCall::FromCall(CallFrame& frame, std::size_t i) {
+Parameter<const VARIANT&>::Argument::Argument(const VARIANT& value) : value_(&value) {
+  if ((value.vt & VT_BYREF) == 0) return;
+  own_ = Variant::copyOf(value);
+  value_ = &own_;
+}
+
+Parameter<const VARIANT&>::Argument::Argument(CallFrame& frame, std::size_t i)
+    : own_(Variant::missing()), value_(&own_) {
+  const VARIANT* argument = frame.argument(i);
+  if (argument == nullptr) return;
+  if ((argument->vt & VT_BYREF) != 0)
+    own_ = Variant::copyOf(*argument);
+  else
+    value_ = argument;
+}
+
+Parameter<const Object&>::Argument::Argument(CallFrame& frame, std::size_t i) {
   const VARIANT* argument = frame.argument(i);
   if (argument == nullptr) return;
   try {
@@ -45,7 +56,7 @@ Parameter<const Object&>::FromCall::FromCall(CallFrame& frame, std::size_t i) {
   }
 }
 
-Parameter<ArgumentList>::FromTable::FromTable(SAFEARRAY* const* array) {
+Parameter<ArgumentList>::Argument::Argument(SAFEARRAY* const* array) {
   if (array == nullptr || *array == nullptr) return;
   if (((*array)->fFeatures & FADF_VARIANT) == 0 || (*array)->cDims != 1)
     throw AutomationError(error_number::kTypeMismatch);
@@ -55,7 +66,7 @@ Parameter<ArgumentList>::FromTable::FromTable(SAFEARRAY* const* array) {
   list_ = {static_cast<const VARIANT*>(data), array_->rgsabound[0].cElements};
 }
 
-Parameter<ArgumentList>::FromTable::~FromTable() {
+Parameter<ArgumentList>::Argument::~Argument() {
   if (array_ != nullptr) SafeArrayUnaccessData(array_);
 }
 

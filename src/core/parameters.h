@@ -31,11 +31,14 @@ class CallFrame {
   /// Null when omitted, or when the caller said so with the missing-argument marker and the
   /// parameter is not a Variant.
   [[nodiscard]] VARIANT*& argument(std::size_t i) noexcept { return arguments_[i]; }
-  /// The trailing arguments of a parameter array, in call order; borrowed.
+  /// The trailing arguments of a parameter array, in call order, as they came.
   [[nodiscard]] std::vector<VARIANT>& list() noexcept { return list_; }
 
   /// The argument converted to a plain type, or its default. Throws ArgumentError.
   [[nodiscard]] Variant plainArgument(std::size_t i, VARTYPE type) const;
+  /// The argument's text, or its default: the caller's when it is a literal, else kept in `own`.
+  /// Throws ArgumentError.
+  [[nodiscard]] const Text& textArgument(std::size_t i, Text& own) const;
 
  private:
   const MemberRow& row_;
@@ -49,6 +52,12 @@ concept InterfaceEnumeration = std::is_enum_v<E> && requires(E e) {
   { interfaceNameOf(e) } -> std::convertible_to<std::u16string_view>;
 };
 
+/// A parameter type of members: `Abi` is what stands in the function table; `Argument` is made of
+/// that, or of a call by name, lives as long as the call and gives the member what it takes. An
+/// argument with `writeBack` hands what the member changed to the caller of a call by name.
+///
+/// Foreign code runs during many calls and can change or clear the page's variables. So what came
+/// by value is the argument's own, and what came by reference is read where the member reads it.
 template <class P>
 struct Parameter;
 
@@ -87,20 +96,12 @@ struct Parameter<T> {
   static constexpr TypeReference kType = Scalar<T>::kType;
   static constexpr bool kByReference = false;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(T value) noexcept : value_(value) {}
-    T get() const noexcept { return value_; }
-
-   private:
-    T value_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i)
+    explicit Argument(T value) noexcept : value_(value) {}
+    Argument(CallFrame& frame, std::size_t i)
         : value_(Scalar<T>::read(frame.plainArgument(i, Scalar<T>::kTag))) {}
     T get() const noexcept { return value_; }
-    void writeBack() const noexcept {}
 
    private:
     T value_;
@@ -114,23 +115,19 @@ struct Parameter<T&> {
   static constexpr TypeReference kType = Scalar<T>::kType;
   static constexpr bool kByReference = true;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(T* variable) : variable_(variable) {
+    explicit Argument(T* variable) : variable_(variable) {
       if (variable == nullptr) throw AutomationError::passedOn(E_POINTER, {}, {});
     }
-    T& get() const noexcept { return *variable_; }
-
-   private:
-    T* variable_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i)
+    Argument(CallFrame& frame, std::size_t i)
         : argument_(frame.argument(i)),
           original_(Scalar<T>::read(frame.plainArgument(i, Scalar<T>::kTag))),
-          value_(original_) {}
-    T& get() noexcept { return value_; }
+          value_(original_),
+          variable_(&value_) {}
+    Argument(const Argument&) = delete;
+    Argument& operator=(const Argument&) = delete;
+    T& get() const noexcept { return *variable_; }
     /// Only a changed value is written, so that an unchanged variable keeps its own type.
     void writeBack() const {
       if (value_ != original_ && argument_ != nullptr && (argument_->vt & VT_BYREF) != 0)
@@ -138,9 +135,10 @@ struct Parameter<T&> {
     }
 
    private:
-    VARIANT* argument_;
-    T original_;
-    T value_;
+    VARIANT* argument_ = nullptr;
+    T original_{};
+    T value_{};
+    T* variable_;
   };
 };
 
@@ -150,20 +148,12 @@ struct Parameter<R&> {
   static constexpr TypeReference kType{InterfaceType::Variant};
   static constexpr bool kByReference = true;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(VARIANT* variable) : reference_(variable) {}
-    R& get() noexcept { return reference_; }
-
-   private:
-    R reference_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i)
+    explicit Argument(VARIANT* variable) : reference_(variable) {}
+    Argument(CallFrame& frame, std::size_t i)
         : reference_(VariantRef::kArgument, frame.argument(i)) {}
     R& get() noexcept { return reference_; }
-    void writeBack() const noexcept {}  // written in place
 
    private:
     R reference_;
@@ -176,36 +166,18 @@ struct Parameter<const VARIANT&> {
   static constexpr TypeReference kType{InterfaceType::Variant};
   static constexpr bool kByReference = false;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(const VARIANT& value) noexcept : value_(value) {}
-    const VARIANT& get() const noexcept { return value_; }
+    explicit Argument(const VARIANT& value);
+    Argument(CallFrame& frame, std::size_t i);
+    Argument(const Argument&) = delete;
+    Argument& operator=(const Argument&) = delete;
+    const VARIANT& get() const noexcept { return *value_; }
 
    private:
-    const VARIANT& value_;
+    Variant own_;  // a copy of what a reference leads to
+    const VARIANT* value_;
   };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i) noexcept
-        : value_(frame.argument(i) == nullptr ? Variant::missing().release()
-                                              : follow(*frame.argument(i))) {}
-    const VARIANT& get() const noexcept { return value_; }
-    void writeBack() const noexcept {}
-
-   private:
-    VARIANT value_;  // borrowed
-  };
-};
-
-/// Text out of a call by name: borrowed when the argument is text, else converted.
-class TextArgument {
- public:
-  TextArgument(CallFrame& frame, std::size_t i);
-  [[nodiscard]] std::u16string_view view() const noexcept { return view_; }
-
- private:
-  Variant converted_;
-  std::u16string_view view_;
 };
 
 template <>
@@ -214,22 +186,17 @@ struct Parameter<std::u16string_view> {
   static constexpr TypeReference kType{InterfaceType::String};
   static constexpr bool kByReference = false;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(BSTR text) noexcept : text_(text) {}
-    std::u16string_view get() const noexcept { return viewOf(text_); }
+    explicit Argument(BSTR text) noexcept : text_(viewOf(text)) {}
+    Argument(CallFrame& frame, std::size_t i) : text_(frame.textArgument(i, own_)) {}
+    Argument(const Argument&) = delete;
+    Argument& operator=(const Argument&) = delete;
+    std::u16string_view get() const noexcept { return text_; }
 
    private:
-    BSTR text_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i) : text_(frame, i) {}
-    std::u16string_view get() const noexcept { return text_.view(); }
-    void writeBack() const noexcept {}
-
-   private:
-    TextArgument text_;
+    Text own_;
+    std::u16string_view text_;
   };
 };
 
@@ -239,22 +206,17 @@ struct Parameter<TextRef> {
   static constexpr TypeReference kType{InterfaceType::String};
   static constexpr bool kByReference = true;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(const BSTR* text) noexcept : text_(text) {}
-    TextRef get() const noexcept { return {text_ == nullptr ? u"" : viewOf(*text_)}; }
+    explicit Argument(const BSTR* text) noexcept : text_(reinterpret_cast<const Text*>(text)) {}
+    Argument(CallFrame& frame, std::size_t i) : text_(&frame.textArgument(i, own_)) {}
+    Argument(const Argument&) = delete;
+    Argument& operator=(const Argument&) = delete;
+    TextRef get() const noexcept { return TextRef(text_); }
 
    private:
-    const BSTR* text_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i) : text_(frame, i) {}
-    TextRef get() const noexcept { return {text_.view()}; }
-    void writeBack() const noexcept {}
-
-   private:
-    TextArgument text_;
+    Text own_;
+    const Text* text_;
   };
 };
 
@@ -264,26 +226,19 @@ struct Parameter<const Object&> {
   static constexpr TypeReference kType{InterfaceType::Dispatch};
   static constexpr bool kByReference = true;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(IDispatch* const* object) : object_(object == nullptr ? nullptr : *object) {}
+    explicit Argument(IDispatch* const* object) : object_(object == nullptr ? nullptr : *object) {}
+    Argument(CallFrame& frame, std::size_t i);
     const Object& get() const noexcept { return object_; }
-
-   private:
-    Object object_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t i);
-    const Object& get() const noexcept { return object_; }
-    void writeBack() const noexcept {}
 
    private:
     Object object_;
   };
 };
 
-/// The trailing arguments of a call, in call order, borrowed; elements may be references.
+/// The trailing arguments of a call, in call order. Elements may be references: each is read when
+/// the member comes to it, and what was read is kept only as a copy.
 using ArgumentList = std::span<const VARIANT>;
 
 template <>
@@ -292,25 +247,17 @@ struct Parameter<ArgumentList> {
   static constexpr TypeReference kType{InterfaceType::VariantList};
   static constexpr bool kByReference = true;
 
-  class FromTable {
+  class Argument {
    public:
-    explicit FromTable(SAFEARRAY* const* array);
-    FromTable(const FromTable&) = delete;
-    FromTable& operator=(const FromTable&) = delete;
-    ~FromTable();
+    explicit Argument(SAFEARRAY* const* array);
+    Argument(CallFrame& frame, std::size_t) noexcept : list_(frame.list()) {}
+    Argument(const Argument&) = delete;
+    Argument& operator=(const Argument&) = delete;
+    ~Argument();
     ArgumentList get() const noexcept { return list_; }
 
    private:
-    SAFEARRAY* array_ = nullptr;  // locked while the call runs
-    ArgumentList list_;
-  };
-  class FromCall {
-   public:
-    FromCall(CallFrame& frame, std::size_t) noexcept : list_(frame.list()) {}
-    ArgumentList get() const noexcept { return list_; }
-    void writeBack() const noexcept {}
-
-   private:
+    SAFEARRAY* array_ = nullptr;  // of a call through the table: locked while it runs
     ArgumentList list_;
   };
 };

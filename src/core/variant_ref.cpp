@@ -43,9 +43,11 @@ void storeThrough(const VARIANT& reference, Variant value) {
   const VARIANT* target = &reference;
   while (target->vt == kVariantReference) {
     VARIANT* inner = target->pvarVal;
+    if (inner == nullptr) return;  // as follow reads it: nothing is there
     if ((inner->vt & VT_BYREF) == 0) return replace(*inner, std::move(value));
     target = inner;
   }
+  if (target->byref == nullptr) return;
   if ((target->vt & VT_ARRAY) != 0) return storeArray(*target, std::move(value));
 
   const auto type = static_cast<VARTYPE>(target->vt & ~VT_BYREF);
@@ -98,7 +100,7 @@ SAFEARRAY* VariantRef::array() {
 
 void VariantRef::eraseArray() {
   const VARIANT* target = variable_;
-  while (target->vt == kVariantReference) target = target->pvarVal;
+  while (target->vt == kVariantReference && target->pvarVal != nullptr) target = target->pvarVal;
   const bool isTyped = (target->vt & VT_BYREF) != 0;
   set(Variant::array(nullptr,
                      static_cast<VARTYPE>(isTyped ? target->vt & VT_TYPEMASK : VT_VARIANT)));

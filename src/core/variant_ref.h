@@ -67,8 +67,19 @@ class DefaultedRef : public VariantRef {
 };
 
 /// Text that a member takes by reference but never changes.
-struct TextRef {
-  std::u16string_view view;
+class TextRef {
+ public:
+  /// Null when the caller passed none.
+  explicit TextRef(const Text* text) noexcept : text_(text) {}
+
+  [[nodiscard]] bool isGiven() const noexcept { return text_ != nullptr; }
+  /// Borrowed; good until foreign code runs, which may change the caller's variable.
+  [[nodiscard]] std::u16string_view view() const noexcept {
+    return text_ == nullptr ? std::u16string_view() : text_->view();
+  }
+
+ private:
+  const Text* text_;
 };
 
 }  // namespace quendal

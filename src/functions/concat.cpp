@@ -73,7 +73,7 @@ std::u16string Concat::value() { return std::u16string(content()); }
 void Concat::setValue(TextRef text) {
   makeBlanks();
   length_ = 0;
-  add(text.view);
+  add(text.view());
 }
 
 std::u16string Concat::buffer() {
@@ -153,7 +153,7 @@ void Concat::addTextOf(const VARIANT& value) {
     add(textOf(value));
 }
 
-void Concat::appendEx(TextRef text, QuoteStyle style) { add(text.view, style); }
+void Concat::appendEx(TextRef text, QuoteStyle style) { add(text.view(), style); }
 
 void Concat::add(std::u16string_view text, QuoteStyle style) {
   const Quotes quotes = quotesOf(style);
@@ -165,7 +165,7 @@ void Concat::add(std::u16string_view text, QuoteStyle style) {
 
 void Concat::prepend(TextRef text, std::int16_t index, QuoteStyle style) {
   const Quotes quotes = quotesOf(style);
-  checkedLength(static_cast<std::size_t>(length_) + quotes.before.size() + text.view.size() +
+  checkedLength(static_cast<std::size_t>(length_) + quotes.before.size() + text.view().size() +
                 quotes.after.size());
   if (index < 0) throw AutomationError(error_number::kInvalidCall);
   if (index == std::numeric_limits<std::int16_t>::max())
@@ -175,7 +175,7 @@ void Concat::prepend(TextRef text, std::int16_t index, QuoteStyle style) {
   const std::u16string tail(content().substr(static_cast<std::size_t>(index)));
   resizeBuffer(capacity_);
   written_ = length_ = index;
-  add(text.view, style);
+  add(text.view(), style);
   add(tail);
 }
 

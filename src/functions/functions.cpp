@@ -16,16 +16,19 @@ Variant winnerOf(ArgumentList values, const Replaces& replaces) {
   if (values.empty()) return Variant::null();
   // Deliberate: the elements of an array in the first place are never compared.
   if (follow(values.front()).vt == kVariantArray) return {};
-  const VARIANT* current = &values.front();
-  for (const VARIANT& item : values) {
+  Variant current;
+  ignoringErrors([&] { current = Variant::copyOf(values.front()); });
+  for (const VARIANT& argument : values) {
+    Variant item;
     // Deliberate: what cannot be compared becomes the current value.
     bool wins = true;
-    ignoringErrors([&] { wins = replaces(compareValues(item, *current)); });
-    if (wins) current = &item;
+    ignoringErrors([&] {
+      item = Variant::copyOf(argument);
+      wins = replaces(compareValues(item, current));
+    });
+    if (wins) current = std::move(item);
   }
-  Variant result;
-  ignoringErrors([&] { result = Variant::copyOf(*current); });
-  return result;
+  return current;
 }
 
 }  // namespace

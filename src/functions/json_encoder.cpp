@@ -154,8 +154,10 @@ bool Encoder::beginArray(const VARIANT& value, Variant* owner) {
 
 bool Encoder::beginObject(const VARIANT& value) {
   limit_.checkBelow(depth_);
-  if (value.punkVal != nullptr) {
-    Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, *value.punkVal);
+  // An object is asked only while it is held: what it does may replace where it stands.
+  const Variant held = Variant::copyOf(value);
+  if (held.punkVal != nullptr) {
+    Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, *held.punkVal);
     ++depth_;
     if (std::get<OpenDictionary>(open).reader.isDictionary()) {
       out_.put(u'{');
@@ -163,11 +165,11 @@ bool Encoder::beginObject(const VARIANT& value) {
     }
     pop();
   }
-  const std::u16string name = typeNameOf(value);
+  const std::u16string name = typeNameOf(held);
   const bool isRecordset = name == u"Recordset";
   if (!isRecordset && name != u"Dictionary")
     raiseJsonError(u"(DLL) JSON does not support " + name + u" object types yet.");
-  const Object object = Object::from(value);
+  const Object object = Object::from(held);
   if (isRecordset) {
     writeRecordset(object);
     return false;

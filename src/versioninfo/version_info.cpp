@@ -44,8 +44,8 @@ void VersionInfo::refresh() { record_ = versioninfo::readVersionRecord(fullPathN
 std::int32_t VersionInfo::listFileVersions(TextRef directory, const Object& dictionary) {
   constexpr std::int32_t kNoSuchFolder = -1;
   clearError();
-  if (!platform::lookAt(directory.view).isFolder) return kNoSuchFolder;
-  std::u16string folder(directory.view);
+  std::u16string folder(directory.view());
+  if (!platform::lookAt(folder).isFolder) return kNoSuchFolder;
   if (folder.back() != u'\\' && folder.back() != u'/') folder += u'\\';
   std::vector<std::u16string> names;
   ignoringErrors([&] { names = platform::listFiles(folder); });

@@ -32,7 +32,7 @@ void Probe::replace(VariantRef& target, const VARIANT& value) {
 }
 
 std::u16string Probe::texts(std::u16string_view byValue, TextRef byReference) {
-  return std::u16string(byValue) + u"+" + std::u16string(byReference.view);
+  return std::u16string(byValue) + u"+" + std::u16string(byReference.view());
 }
 
 std::u16string Probe::list(std::int32_t first, ArgumentList rest) {
