@@ -38,8 +38,9 @@ class QUENDAL_EXPORT Object {
   /// that is no object, 430 for one that cannot be called by name.
   [[nodiscard]] static Object from(const VARIANT& value);
 
-  /// Reads a property. Arguments to a property that takes none are applied to the default member
-  /// of the object it returns, as a script host does.
+  /// Reads a property, or calls a method where there is no property of the name. Arguments to a
+  /// property that takes none are applied to the default member of the object it returns, as a
+  /// script host does. No member runs twice.
   template <class... Values>
   Variant get(std::u16string_view name, Values&&... arguments) const {
     const std::array<Variant, sizeof...(Values)> list{Variant(std::forward<Values>(arguments))...};

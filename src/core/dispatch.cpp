@@ -2,6 +2,7 @@
 
 #include <array>
 #include <new>
+#include <stdexcept>
 
 #include "core/apartment.h"
 #include "core/names.h"
@@ -106,9 +107,12 @@ void placeArguments(const MemberRow& row, const DISPPARAMS& params, CallFrame& f
     frame.argument(position) = argument;
   }
   const UINT positional = params.cArgs - params.cNamedArgs;
+  // Indexes stand before a property's new value, which is named.
+  const std::size_t places =
+      plainCount - (isPut && frame.argument(plainCount - 1) != nullptr ? 1u : 0u);
   for (UINT i = 0; i < positional; ++i) {
     VARIANT* argument = &params.rgvarg[params.cArgs - 1 - i];
-    if (i >= plainCount) {
+    if (i >= places) {
       if (!row.takesList()) throw ArgumentError{DISP_E_BADPARAMCOUNT, nullptr};
       frame.list().push_back(*argument);
       continue;
@@ -145,15 +149,20 @@ std::span<const AnyFunction> dispatchEntries() noexcept {
 }
 
 HRESULT publishCurrentException(EXCEPINFO* exception) noexcept {
+  const auto outOfMemory = [exception] {
+    apartment().errorNumber = error_number::kOutOfMemory;
+    return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory",
+                   exception);
+  };
   try {
     throw;
   } catch (const AutomationError& error) {
     apartment().errorNumber = error.number();
     return publish(error.code(), error.source(), error.description(), exception);
   } catch (const std::bad_alloc&) {
-    apartment().errorNumber = error_number::kOutOfMemory;
-    return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory",
-                   exception);
+    return outOfMemory();
+  } catch (const std::length_error&) {  // a text longer than any that memory could hold
+    return outOfMemory();
   } catch (...) {
     apartment().errorNumber = error_number::kInternal;
     return publish(errorCode(error_number::kInternal), kLibraryName, u"Internal error", exception);

@@ -23,11 +23,15 @@ class Exception {
 
   EXCEPINFO* put() noexcept { return &info_; }
 
-  [[nodiscard]] AutomationError toError() {
+  [[nodiscard]] HRESULT code() const noexcept {
+    return info_.scode != 0 ? info_.scode : errorCode(info_.wCode);
+  }
+  /// Throws the failure with which a call ended: this, or the code alone.
+  [[noreturn]] void raise(HRESULT result) {
+    if (result != DISP_E_EXCEPTION) throw AutomationError::fromRuntime(result);
     if (info_.pfnDeferredFillIn != nullptr) info_.pfnDeferredFillIn(&info_);
-    const HRESULT code = info_.scode != 0 ? info_.scode : errorCode(info_.wCode);
-    return AutomationError::passedOn(FAILED(code) ? code : E_FAIL, viewOf(info_.bstrSource),
-                                     viewOf(info_.bstrDescription));
+    throw AutomationError::passedOn(FAILED(code()) ? code() : E_FAIL, viewOf(info_.bstrSource),
+                                    viewOf(info_.bstrDescription));
   }
 
  private:
@@ -44,15 +48,14 @@ using Enumerator = std::unique_ptr<IEnumVARIANT, ReleaseEnumerator>;
   throw AutomationError(kNotACollection, u"Object not a collection");
 }
 
-/// How a plain property answers when it is called or given arguments: by the automation rules; as
-/// script engines do for objects of their own classes (5002, E_FAIL); or as the object it holds,
-/// when the engine calls that (438).
-constexpr bool mayBePlainProperty(HRESULT code) noexcept {
+/// How a plain property answers when it is given arguments, without having run: by the automation
+/// rules, or as script engines do. A member that takes arguments refuses to be read without them,
+/// so none runs twice.
+bool isPlainProperty(HRESULT code, const Exception& exception) noexcept {
   constexpr int kWrongNumberOfArguments = 450;
-  constexpr int kFunctionExpected = 5002;
-  return code == DISP_E_BADPARAMCOUNT || code == errorCode(kWrongNumberOfArguments) ||
-         code == errorCode(kFunctionExpected) || code == E_FAIL ||
-         code == errorCode(error_number::kNoSuchMember);
+  return code == DISP_E_BADPARAMCOUNT || code == DISP_E_MEMBERNOTFOUND ||
+         code == errorCode(kWrongNumberOfArguments) ||
+         (code == DISP_E_EXCEPTION && exception.code() == errorCode(kWrongNumberOfArguments));
 }
 
 }  // namespace
@@ -89,8 +92,10 @@ DISPID Object::idOf(std::u16string_view name) const {
   return id;
 }
 
-Variant Object::invoke(DISPID id, WORD flags, Arguments arguments) const {
-  if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
+namespace {
+
+HRESULT tryInvoke(IDispatch* object, DISPID id, WORD flags, Object::Arguments arguments,
+                  Variant& result, Exception& exception) {
   // The callee borrows the arguments, last one first.
   std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
   DISPID putId = DISPID_PROPERTYPUT;
@@ -100,34 +105,46 @@ Variant Object::invoke(DISPID id, WORD flags, Arguments arguments) const {
     params.rgdispidNamedArgs = &putId;
     params.cNamedArgs = 1;
   }
-  Variant result;
-  Exception exception;
   UINT argumentError = 0;
   constexpr LCID kUserLocale = 0x400;
-  const HRESULT code = object_->Invoke(id, IID_NULL, kUserLocale, flags, &params,
-                                       isPut ? nullptr : &result, exception.put(), &argumentError);
-  if (code == DISP_E_EXCEPTION) throw exception.toError();
-  check(code);
+  return object->Invoke(id, IID_NULL, kUserLocale, flags, &params, isPut ? nullptr : &result,
+                        exception.put(), &argumentError);
+}
+
+}  // namespace
+
+Variant Object::invoke(DISPID id, WORD flags, Arguments arguments) const {
+  if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
+  Variant result;
+  Exception exception;
+  const HRESULT code = tryInvoke(object_, id, flags, arguments, result, exception);
+  if (FAILED(code)) exception.raise(code);
   return result;
 }
 
+// A call that failed is made in another way only where the object has refused it without running
+// the member: a member of a page's object may have effects, and must not have them twice.
 Variant Object::getWith(std::u16string_view name, Arguments arguments) const {
-  constexpr WORD kGet = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
   const DISPID id = idOf(name);
-  try {
-    return invoke(id, kGet, arguments);
-  } catch (const AutomationError& error) {
-    if (!mayBePlainProperty(error.code())) throw;
-    Variant value;
-    try {
-      value = invoke(id, DISPATCH_PROPERTYGET, {});
-    } catch (const AutomationError&) {
-      throw error;  // the first answer tells more
-    }
-    if (arguments.empty()) return value;
-    if (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN) throw;
-    return from(value).invoke(DISPID_VALUE, kGet, arguments);
+  const bool isPlain = arguments.empty();
+  Variant result;
+  Exception exception;
+  // A property without arguments is only read: some script engines call the value otherwise.
+  const HRESULT code = tryInvoke(
+      object_, id, isPlain ? DISPATCH_PROPERTYGET : DISPATCH_PROPERTYGET | DISPATCH_METHOD,
+      arguments, result, exception);
+  if (SUCCEEDED(code)) return result;
+  if (isPlain) {
+    if (code != DISP_E_MEMBERNOTFOUND) exception.raise(code);
+    return invoke(id, DISPATCH_METHOD, {});
   }
+  Variant value;
+  Exception ignored;
+  if (!isPlainProperty(code, exception) ||
+      FAILED(tryInvoke(object_, id, DISPATCH_PROPERTYGET, {}, value, ignored)) ||
+      (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN))
+    exception.raise(code);
+  return from(value).invoke(DISPID_VALUE, DISPATCH_PROPERTYGET, arguments);
 }
 
 Variant Object::callWith(std::u16string_view name, Arguments arguments) const {
