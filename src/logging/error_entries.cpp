@@ -36,34 +36,28 @@ void raiseToOne(std::int16_t& repeat) noexcept {
   if (repeat < 1) repeat = 1;
 }
 
+/// The text of a page's variable, as it is whenever it is asked for.
+auto textIn(const VariantRef& variable) {
+  return [&variable] { return joinedTextOf(variable.value()); };
+}
+
 /// As a script compares it: Null is not different from anything.
 bool isFailureCode(const Variant& code) { return code.vt != VT_NULL && doubleOf(code) != 0; }
 
-/// What the parser tells under a name. One that knows the member without having built it (some
-/// have no URL) tells nothing; the rest of its report is worth having.
-std::u16string parserText(const Object& error, std::u16string_view member) {
-  try {
-    return joinedTextOf(error.get(member));
-  } catch (const AutomationError& failure) {
-    if (failure.code() != E_NOTIMPL) throw;
-    return {};
-  }
-}
-
 }  // namespace
 
-std::u16string Logging::writeTimes(std::int16_t level, std::u16string_view text,
-                                   std::int16_t times) {
+std::u16string Logging::criticalBanners(std::int16_t level, std::int16_t repeat) {
   std::u16string result;
-  for (std::int16_t i = 0; i < times; ++i) result += write(level, text);
+  for (std::int16_t i = 0; repeat > 1 && i < repeat; ++i) result += write(level, kCriticalBanner);
   return result;
 }
 
-std::u16string Logging::markedError(std::int16_t level, std::u16string_view text,
-                                    std::int16_t repeat) {
-  std::u16string result = writeTimes(level, std::u16string(kMarker).append(text), repeat);
-  if (repeat > 1) result += writeTimes(level, kCriticalBanner, repeat);
-  return result;
+std::u16string Logging::markedError(std::int16_t level, const TextSource& text) {
+  return write(level, std::u16string(kMarker) + text());
+}
+
+std::u16string Logging::markedErrorIfAny(std::int16_t level, const TextSource& text) {
+  return text().empty() ? std::u16string() : markedError(level, text);
 }
 
 std::u16string Logging::errorDetails(std::int16_t level, const ErrorMember& member) {
@@ -77,7 +71,10 @@ std::u16string Logging::writeError(std::int16_t& level, DefaultedRef& text, std:
   clearError();
   raiseToOne(repeat);
   if (!passes(level)) return {};
-  return finished(markedError(level, joinedTextOf(text.value()), repeat));
+  std::u16string result;
+  for (std::int16_t i = 0; i < repeat; ++i) result += markedError(level, textIn(text));
+  result += criticalBanners(level, repeat);
+  return finished(std::move(result));
 }
 
 std::u16string Logging::logMsError(std::int16_t& level, const Object& error, DefaultedRef& text,
@@ -85,12 +82,10 @@ std::u16string Logging::logMsError(std::int16_t& level, const Object& error, Def
   clearError();
   raiseToOne(repeat);
   if (!passes(level)) return {};
-  const std::u16string message = joinedTextOf(text.value());
-  std::u16string result;
-  if (repeat > 1) result = writeTimes(level, kCriticalBanner, repeat);
-  result += markedError(level, message, 1);  // the marker alone when there is no text
+  std::u16string result = criticalBanners(level, repeat);
+  result += markedError(level, textIn(text));  // the marker alone when there is no text
   result += errorDetails(level, [&](std::u16string_view name) { return error.get(name); });
-  if (!message.empty()) result += markedError(level, message, 1);  // again, after the details
+  result += markedErrorIfAny(level, textIn(text));  // again, after the details
   return finished(std::move(result));
 }
 
@@ -102,27 +97,23 @@ std::u16string Logging::logXmlError(std::int16_t& level, const Object& document,
   const Object error = Object::from(document.get(u"parseError"));
   const bool failed = isFailureCode(error.get(u"errorCode"));
   if (!passes(level) || !failed) return finished({});
-  const std::u16string message = joinedTextOf(text.value());
-  std::u16string result;
-  if (repeat > 1) result = writeTimes(level, kCriticalBanner, repeat);
-  if (!message.empty()) result += markedError(level, message, 1);
+  std::u16string result = criticalBanners(level, repeat);
+  result += markedErrorIfAny(level, textIn(text));
   for (const DetailRow& row : kParserErrorRows)
-    result += write(level, std::u16string(row.label) + parserText(error, row.member));
+    result += write(level, std::u16string(row.label) + joinedTextOf(error.get(row.member)));
   return finished(std::move(result));
 }
 
 std::u16string Logging::catchError(const Object& error, DefaultedRef& text, std::int16_t& repeat) {
   raiseToOne(repeat);
   if (pendingError() == 0) return {};  // the library's own, whatever the object tells
-  return caught([&](std::u16string_view name) { return error.get(name); },
-                joinedTextOf(text.value()), repeat);
+  return caught([&](std::u16string_view name) { return error.get(name); }, textIn(text), repeat);
 }
 
-std::u16string Logging::caught(const ErrorMember& member, std::u16string_view text,
+std::u16string Logging::caught(const ErrorMember& member, const TextSource& text,
                                std::int16_t repeat) {
-  std::u16string result;
-  if (repeat > 1) result = writeTimes(kLow, kCriticalBanner, repeat);
-  if (!text.empty()) result += markedError(kLow, text, 1);
+  std::u16string result = criticalBanners(kLow, repeat);
+  result += markedErrorIfAny(kLow, text);
   result += errorDetails(kLow, member);
   return result;
 }

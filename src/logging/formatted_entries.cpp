@@ -38,15 +38,19 @@ std::u16string boxedLine(std::u16string_view text) {
 }  // namespace
 
 std::u16string Logging::writeBox(std::int16_t& level, DefaultedRef& text) {
-  return box(level, text.value());
+  beginBox(level);
+  return box(joinedTextOf(text.value()));
 }
 
-std::u16string Logging::box(std::int16_t level, const VARIANT& text) {
+void Logging::beginBox(std::int16_t level) {
   clearError();
   // A box that is filtered out has no file to write to, and says so; deliberate.
   if (!passes(level)) throw AutomationError(error_number::kObjectNotSet);
   file_.ensure();
-  const std::u16string middle = boxedLine(joinedTextOf(text));
+}
+
+std::u16string Logging::box(std::u16string_view text) {
+  const std::u16string middle = boxedLine(text);
   const std::u16string border(middle.size(), u'*');
   std::u16string result = linePrefix();
   for (const std::u16string_view line : {std::u16string_view(border), std::u16string_view(middle),
@@ -109,7 +113,8 @@ std::u16string Logging::dump(std::int16_t& level, DefaultedRef& multiline, TextR
   std::u16string body = u"\r\n\r\n" + joinedTextOf(multiline.value()) + u"\r\n";
   if (!passes(level)) return {};
   body = replaceAll(body, kLineEnd, std::u16string(kLineEnd) + prefix + u"\t");
-  std::u16string result = write(level, title.view);
+  // A client of the function table gives the default by a null pointer.
+  std::u16string result = write(level, std::u16string(title.isGiven() ? title.view() : kDumpTitle));
   result += openGroup(level);
   result += write(level, body);
   result += closeGroup(level);

@@ -29,7 +29,8 @@ std::u16string pageFileName(std::u16string_view path) {
 }  // namespace
 
 std::u16string serverVariable(std::u16string_view name) {
-  return joinedTextOf(apartment().page.request.get(u"ServerVariables", name));
+  const Object request = apartment().page.request;  // the page may end while it is asked
+  return joinedTextOf(request.get(u"ServerVariables", name));
 }
 
 std::u16string buildLogStamp() {

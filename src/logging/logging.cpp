@@ -1,5 +1,7 @@
 #include "logging/logging.h"
 
+#include <utility>
+
 #include "core/apartment.h"
 #include "core/dictionary.h"
 #include "core/text_tools.h"
@@ -31,18 +33,26 @@ void Logging::classTerminate() {
 }
 
 void Logging::onStartPage(const Object& scriptingContext) {
-  PageObjects& page = apartment().page;
-  page.takeFrom(scriptingContext);
-  inPage_ = true;
-  const std::u16string folder = textOf(page.server.call(u"MapPath", u".")) + u"\\LOGS\\";
-  ensureFolders(folder);
-  file_.setFolder(folder);
-  file_.setName(u"LOG.TXT");
-  file_.setFullName(folder + u"\\LOG.TXT");  // the doubled separator is deliberate
-  remoteAddress_ = serverVariable(u"REMOTE_ADDR");
+  try {
+    apartment().page.takeFrom(scriptingContext);
+    inPage_ = true;
+    const Object server = apartment().page.server;
+    const std::u16string folder = textOf(server.call(u"MapPath", u".")) + u"\\LOGS\\";
+    ensureFolders(folder);
+    file_.setFolder(folder);
+    file_.setName(u"LOG.TXT");
+    file_.setFullName(folder + u"\\LOG.TXT");  // the doubled separator is deliberate
+    remoteAddress_ = serverVariable(u"REMOTE_ADDR");
+  } catch (...) {  // a page that did not start leaves nothing to the next logger on this thread
+    onEndPage();
+    throw;
+  }
 }
 
-void Logging::onEndPage() { apartment().page = {}; }
+void Logging::onEndPage() {
+  // The slots are empty before anything is released: an object that goes may lead back here.
+  const PageObjects ended = std::exchange(apartment().page, {});
+}
 
 Boolean Logging::isAsp() { return booleanOf(inPage_); }
 
@@ -103,9 +113,16 @@ std::u16string Logging::writeLog(std::int16_t& level, DefaultedRef& text, std::i
   if (!passes(level)) return {};
   // The file comes first: a text that cannot be read leaves the log opened, but not written.
   file_.ensure();
-  std::u16string lastPrefix;
-  std::u16string result = compose(joinedTextOf(text.value()), repeat, lastPrefix);
-  stamp.set(Variant(lastPrefix));
+  std::u16string result;
+  std::u16string prefix;
+  for (std::int16_t i = 0; i < repeat; ++i) {
+    if (i > 0) result += kLineEnd;
+    prefix = linePrefix();  // each repetition has its own time
+    stamp.set(Variant(prefix));
+    result.append(prefix).append(joinedTextOf(text.value()));
+  }
+  // Also between repetitions, so that these begin with two prefixes; deliberate.
+  result = withPrefixes(std::move(result), prefix);
   file_.append(result);
   return finished(std::move(result));
 }
@@ -114,8 +131,8 @@ std::u16string Logging::write(std::int16_t level, std::u16string_view text) {
   clearError();
   if (!passes(level)) return {};
   file_.ensure();
-  std::u16string lastPrefix;
-  std::u16string result = compose(text, 1, lastPrefix);
+  const std::u16string prefix = linePrefix();
+  std::u16string result = withPrefixes(prefix + std::u16string(text), prefix);
   file_.append(result);
   return finished(std::move(result));
 }
@@ -125,17 +142,9 @@ std::u16string Logging::finished(std::u16string entry) {
   return entry;
 }
 
-std::u16string Logging::compose(std::u16string_view text, std::int16_t repeat,
-                                std::u16string& lastPrefix) const {
-  std::u16string result;
-  for (std::int16_t i = 0; i < repeat; ++i) {
-    if (i > 0) result += kLineEnd;
-    lastPrefix = linePrefix();  // each repetition has its own time
-    result.append(lastPrefix).append(text);
-  }
-  if (result.find(kLineEnd) == std::u16string::npos) return result;
-  // Also between repetitions, so that these begin with two prefixes; deliberate.
-  return replaceAll(result, kLineEnd, std::u16string(kLineEnd) + lastPrefix);
+std::u16string Logging::withPrefixes(std::u16string text, std::u16string_view prefix) {
+  if (text.find(kLineEnd) == std::u16string::npos) return text;
+  return replaceAll(text, kLineEnd, std::u16string(kLineEnd).append(prefix));
 }
 
 }  // namespace quendal

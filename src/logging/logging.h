@@ -16,13 +16,13 @@
 #include "core/variant_ref.h"
 #include "logging/log_file.h"
 #include "system/os_info.h"
-#include "system/reports.h"
 
 namespace quendal {
 
-class Logging final : private system::EntryWriter {
+class Logging final {
  public:
   static constexpr std::u16string_view kClassName = u"LOGGING";
+  static constexpr std::u16string_view kDumpTitle = u"TEXT DUMP BELOW";
 
   Logging();
   ~Logging();
@@ -93,39 +93,40 @@ class Logging final : private system::EntryWriter {
  private:
   /// Reads a member of an error object by its name.
   using ErrorMember = std::function<Variant(std::u16string_view)>;
+  /// Reads a page's text, each time that it is written.
+  using TextSource = std::function<std::u16string()>;
+  /// Writes the entries of a report and hands their texts to the page.
+  class Report;
 
   [[nodiscard]] bool passes(std::int16_t level) const noexcept { return level <= logLevel_; }
   [[nodiscard]] std::u16string linePrefix() const;
   /// Writes an entry once: `WriteLog` for the members that build on it.
   std::u16string write(std::int16_t level, std::u16string_view text);
-  /// The lines of an entry, each with a prefix of its own; continuation lines begin with the last.
-  [[nodiscard]] std::u16string compose(std::u16string_view text, std::int16_t repeat,
-                                       std::u16string& lastPrefix) const;
+  /// A text of several lines, continuation lines beginning with a prefix.
+  static std::u16string withPrefixes(std::u16string text, std::u16string_view prefix);
   /// A finished entry; errors that were ignored on its way are no longer pending.
   static std::u16string finished(std::u16string entry);
 
   /// What `WriteBox`, `WriteParam`, `StartGroup` and `EndGroup` do. They raise 91 for a box that
-  /// the level filters out, 5 for a negative indent, 6 when the depth of groups is exhausted.
-  std::u16string box(std::int16_t level, const VARIANT& text);
+  /// the level filters out, before its text is read; 5 for a negative indent; 6 when the depth of
+  /// groups is exhausted.
+  void beginBox(std::int16_t level);
+  std::u16string box(std::u16string_view text);
   std::u16string parameter(std::int16_t level, const VARIANT& name, const VARIANT& value,
-                           std::int16_t distance, std::int16_t indent);
+                           std::int16_t distance = 35, std::int16_t indent = 4);
   std::u16string openGroup(std::int16_t level);
   std::u16string closeGroup(std::int16_t level);
 
-  /// Writes an entry several times; returns the texts run together.
-  std::u16string writeTimes(std::int16_t level, std::u16string_view text, std::int16_t times);
-  /// The entries that record a failure; their texts run together.
-  std::u16string markedError(std::int16_t level, std::u16string_view text, std::int16_t repeat);
+  // The entries that record a failure; each returns its texts run together.
+  std::u16string criticalBanners(std::int16_t level, std::int16_t repeat);  // none for 1
+  std::u16string markedError(std::int16_t level, const TextSource& text);
+  std::u16string markedErrorIfAny(std::int16_t level, const TextSource& text);
   std::u16string errorDetails(std::int16_t level, const ErrorMember& member);
-  std::u16string caught(const ErrorMember& member, std::u16string_view text, std::int16_t repeat);
+  std::u16string caught(const ErrorMember& member, const TextSource& text, std::int16_t repeat);
 
-  // EntryWriter, at the level of all reports.
-  std::u16string writeEntry(std::u16string_view text) override;
-  std::u16string writeParameter(const Variant& name, const Variant& value,
-                                std::int16_t indent) override;
-  /// The reports on what only the logger knows; each appends to `text`.
-  void reportConfiguration(std::u16string& text);
-  void reportServerVariables(std::u16string& text);
+  /// The reports on what only the logger knows.
+  void reportConfiguration(Report& report);
+  void reportServerVariables(Report& report);
 
   bool inPage_ = false;
   LogFile file_;

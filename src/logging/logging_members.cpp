@@ -52,7 +52,7 @@ const ClassDescription& describe<Logging>() {
                               optional(u"IN_lDistance", 35), optional(u"IN_lIndent", 4)}),
       method<&L::dump>(u"Dump", u"Writes a text of several lines in a group of its own.",
                        {kLevel, optional(u"IN_szMultiline", EmptyText{}),
-                        optional(u"IN_szTitle", u"TEXT DUMP BELOW")}),
+                        optional(u"IN_szTitle", L::kDumpTitle)}),
       method<&L::writeError>(u"WriteError", u"Writes an entry marked as an error.",
                              {kLevel, kText, kRepeat}),
       method<&L::logMsError>(u"LogMSError", u"Writes what a script's error object tells.",

@@ -23,7 +23,7 @@ std::u16string Logging::writeAspStart() {
   std::u16string result = write(kLow, kStartBanner);
   if (apartment().page.request) {
     const auto row = [this](std::u16string_view name, std::u16string_view value) {
-      writeParameter(name, value, kReportIndent);
+      parameter(kLow, Variant(name), Variant(value));
     };
     const std::u16string method = serverVariable(u"REQUEST_METHOD");
     row(u"HTTP_USER_AGENT", serverVariable(u"HTTP_USER_AGENT"));

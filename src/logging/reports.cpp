@@ -1,8 +1,10 @@
-// The report members: each hands the text it wrote to the caller by appending it to `out`.
+// The report members: each appends the text of every entry to the page's variable as it writes it.
 //
 // Four of them skip a step that fails and go on; in the others an error ends the report and
-// reaches the page, after the text gathered so far was handed over.
+// reaches the page.
 #include "system/reports.h"
+
+#include <utility>
 
 #include "core/apartment.h"
 #include "core/text_tools.h"
@@ -15,32 +17,8 @@ namespace {
 constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
 constexpr std::int16_t kDistance = 35;
 
-void append(VariantRef& out, std::u16string_view text) {
-  out.set(Variant(joinedTextOf(out.value()).append(text)));
-}
-
-/// Runs a report that raises its errors.
-template <class Report>
-std::int32_t handBack(VariantRef& out, Report&& report) {
-  std::u16string text;
-  std::int32_t status = 0;
-  try {
-    status = report(text);
-  } catch (...) {
-    ignoringErrors([&] { append(out, text); });
-    throw;
-  }
-  append(out, text);
-  return status;
-}
-
-/// Runs a report that skips what fails.
-template <class Report>
-void handBackWhatWorks(VariantRef& out, Report&& report) {
-  std::u16string text;
-  report(text);
-  ignoringErrors([&] { append(out, text); });
-}
+/// What follows an entry's text in the page's variable.
+enum class EndOfText { None, LineEnd, LineEndWhenWritten };
 
 constexpr std::u16string_view kNoRequestWarnings[] = {
     u"*** WARNING ***   ",
@@ -68,18 +46,53 @@ Variant pendingErrorMember(std::int32_t number, std::u16string_view name) {
 
 }  // namespace
 
-std::u16string Logging::writeEntry(std::u16string_view text) { return write(kLow, text); }
+class Logging::Report final : public system::ReportWriter {
+ public:
+  Report(Logging& log, VariantRef& out, EndOfText end) noexcept : log_(log), out_(out), end_(end) {}
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+  ~Report() {
+    ignoringErrors([this] { flush(); });
+  }
 
-std::u16string Logging::writeParameter(const Variant& name, const Variant& value,
-                                       std::int16_t indent) {
-  return parameter(kLow, name, value, kDistance, indent);
-}
+  void entry(std::u16string_view text) override { handOver(log_.write(kLow, text)); }
+  void parameter(const Variant& name, const Variant& value,
+                 std::int16_t indent = kIndent) override {
+    handOver(log_.parameter(kLow, name, value, kDistance, indent));
+  }
+  /// Appends what was written to what the variable holds by now. Raises 13 for one that cannot be
+  /// text.
+  void handOver(std::u16string_view written) {
+    pending_ += written;
+    if (end_ == EndOfText::LineEnd || (end_ == EndOfText::LineEndWhenWritten && !written.empty()))
+      pending_ += kLineEnd;
+    hasPending_ = true;
+    // Each time makes the whole text anew; one that has become long grows by parts of its length.
+    constexpr std::size_t kLong = 65'536;
+    if (size_ < kLong || pending_.size() > size_ / 8) flush();
+  }
 
-void Logging::reportConfiguration(std::u16string& text) {
+ private:
+  void flush() {
+    if (!std::exchange(hasPending_, false)) return;
+    const std::u16string text = joinedTextOf(out_.value()) + std::exchange(pending_, {});
+    size_ = text.size();
+    out_.set(Variant(text));
+  }
+
+  std::u16string pending_;
+  bool hasPending_ = false;
+  std::size_t size_ = 0;  // of the variable's text
+  Logging& log_;
+  VariantRef& out_;
+  EndOfText end_;
+};
+
+void Logging::reportConfiguration(Report& report) {
   clearError();
-  ignoringErrors([&] { text += writeEntry(u"LogConfiguration"); });
+  ignoringErrors([&] { report.entry(u"LogConfiguration"); });
   const auto row = [&](std::u16string_view name, const Variant& value) {
-    ignoringErrors([&] { text += writeParameter(name, value, kReportIndent); });
+    ignoringErrors([&] { report.parameter(name, value); });
   };
   row(u"Is ASP", isAsp());
   row(u"Log Level", logLevel());
@@ -90,87 +103,82 @@ void Logging::reportConfiguration(std::u16string& text) {
   row(u"Remote IP", remoteIp());
 }
 
-void Logging::reportServerVariables(std::u16string& text) {
-  const auto add = [&text](const std::u16string& entry) {
-    if (!entry.empty()) text.append(entry).append(kLineEnd);
-  };
-  add(writeEntry(u"LogServerVariables: Enumerate through ASP Request.ServerVariables"));
+void Logging::reportServerVariables(Report& report) {
+  report.entry(u"LogServerVariables: Enumerate through ASP Request.ServerVariables");
   if (const Object request = apartment().page.request) {
     forEach(request.get(u"ServerVariables"), [&](const Variant& element) {
       const std::u16string name = joinedTextOf(element);
       if (equalNoCase(name, u"ALL_RAW") || equalNoCase(name, u"ALL_HTTP")) return;
-      add(writeParameter(name, serverVariable(name), kReportIndent));
+      report.parameter(name, serverVariable(name));
     });
   } else {
-    for (const std::u16string_view warning : kNoRequestWarnings) add(writeEntry(warning));
+    for (const std::u16string_view warning : kNoRequestWarnings) report.entry(warning);
   }
   if (const std::int32_t number = pendingError(); number != 0) {
-    add(caught([&](std::u16string_view name) { return pendingErrorMember(number, name); },
-               u"LogServerVariables: Generic error occurred.",
+    report.handOver(
+        caught([&](std::u16string_view name) { return pendingErrorMember(number, name); },
+               [] { return std::u16string(u"LogServerVariables: Generic error occurred."); },
                static_cast<std::int16_t>(LogRepeat::Serious)));
   }
 }
 
 Variant Logging::logConfiguration(DefaultedRef& out) {
-  handBackWhatWorks(out, [&](std::u16string& text) { reportConfiguration(text); });
+  Report report(*this, out, EndOfText::None);
+  reportConfiguration(report);
   return {};
 }
 
 Variant Logging::logSystemInfo(DefaultedRef& out) {
-  handBackWhatWorks(out, [&](std::u16string& text) { system::reportPlatform(*this, text); });
+  Report report(*this, out, EndOfText::None);
+  system::reportPlatform(report);
   return {};
 }
 
 Variant Logging::logOdbcDrivers(DefaultedRef& out) {
-  handBackWhatWorks(out, [&](std::u16string& text) { system::reportODBCDrivers(*this, text); });
+  Report report(*this, out, EndOfText::None);
+  system::reportODBCDrivers(report);
   return {};
 }
 
 std::int32_t Logging::logOsInfo(DefaultedRef& out) {
-  handBackWhatWorks(out, [&](std::u16string& text) {
-    system::reportSpecialFolders(*this, osInfo_.object(), text);
-  });
+  // A line end follows also an entry that was filtered out; deliberate.
+  Report report(*this, out, EndOfText::LineEnd);
+  system::reportSpecialFolders(report, osInfo_.object());
   return 0;
 }
 
 std::int32_t Logging::logFileVersionInfo(TextRef directory, DefaultedRef& out) {
-  return handBack(out, [&](std::u16string& text) {
-    return system::reportFileVersions(*this, directory.view, text);
-  });
+  Report report(*this, out, EndOfText::LineEndWhenWritten);
+  return system::reportFileVersions(report, std::u16string(directory.view()));
 }
 
 std::int32_t Logging::logWebApplicationDllInfo(DefaultedRef& out) {
-  return handBack(out, [&](std::u16string& text) {
-    return system::reportFileVersions(*this, system::ownFolder(), text);
-  });
+  Report report(*this, out, EndOfText::LineEndWhenWritten);
+  return system::reportFileVersions(report, system::ownFolder());
 }
 
 std::int32_t Logging::logDictionary(const Object& dictionary, std::u16string_view title,
                                     std::int32_t level, DefaultedRef& out) {
-  return handBack(out, [&](std::u16string& text) {
-    return system::reportDictionary(*this, dictionary, title, level, text);
-  });
+  Report report(*this, out, EndOfText::LineEndWhenWritten);
+  return system::reportDictionary(report, dictionary, title, level);
 }
 
 Variant Logging::logServerVariables(DefaultedRef& out) {
-  handBack(out, [&](std::u16string& text) {
-    reportServerVariables(text);
-    return 0;
-  });
+  Report report(*this, out, EndOfText::LineEndWhenWritten);
+  reportServerVariables(report);
   return {};
 }
 
 std::int32_t Logging::logDiagnostics(DefaultedRef& out) {
-  return handBack(out, [&](std::u16string& text) {
-    text.append(box(kLow, Variant(u"DIAGNOSTICS INFORMATION"))).append(kLineEnd);
-    reportConfiguration(text);
-    system::reportPlatform(*this, text);
-    system::reportODBCDrivers(*this, text);
-    system::reportFileVersions(*this, system::ownFolder(), text);
-    reportServerVariables(text);
-    system::reportSpecialFolders(*this, osInfo_.object(), text);
-    return 0;
-  });
+  beginBox(kLow);
+  Report(*this, out, EndOfText::LineEnd).handOver(box(u"DIAGNOSTICS INFORMATION"));
+  logConfiguration(out);
+  logSystemInfo(out);
+  logOdbcDrivers(out);
+  logWebApplicationDllInfo(out);
+  logServerVariables(out);
+  logOsInfo(out);
+  return 0;
 }
 
 }  // namespace quendal

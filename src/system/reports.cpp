@@ -11,8 +11,6 @@
 namespace quendal::system {
 namespace {
 
-constexpr std::u16string_view kLineEnd = u"\r\n";
-
 /// The label of a folder and the property of `ClsOSInfo` that tells where it is.
 struct FolderRow {
   std::u16string_view label;
@@ -58,55 +56,42 @@ constexpr FolderRow kFolderRows[] = {
     {u"Common Admin Tools", u"CommonAdministrativeToolsFolder"},
 };
 
-/// Appends an entry that was written, and a line end.
-void addLine(std::u16string& text, std::u16string_view entry) {
-  if (!entry.empty()) text.append(entry).append(kLineEnd);
-}
-
 }  // namespace
 
-void reportPlatform(EntryWriter& log, std::u16string& text) {
+void reportPlatform(ReportWriter& report) {
   clearError();
   std::vector<PlatformFact> facts;
   ignoringErrors([&] { facts = platformFacts(); });
-  ignoringErrors([&] { text += log.writeEntry(u"Platform Information"); });
+  ignoringErrors([&] { report.entry(u"Platform Information"); });
   for (const PlatformFact& fact : facts)
-    ignoringErrors(
-        [&] { text += log.writeParameter(fact.label, fact.value, EntryWriter::kReportIndent); });
+    ignoringErrors([&] { report.parameter(fact.label, fact.value); });
 }
 
-void reportODBCDrivers(EntryWriter& log, std::u16string& text) {
+void reportODBCDrivers(ReportWriter& report) {
   clearError();
   std::vector<std::u16string> names;
   ignoringErrors([&] { names = queryODBCDrivers(); });
-  ignoringErrors([&] { text += log.writeEntry(u"ODBC Drivers"); });
-  for (const std::u16string& name : names)
-    ignoringErrors([&] { text += log.writeEntry(u"\t" + name); });
+  ignoringErrors([&] { report.entry(u"ODBC Drivers"); });
+  for (const std::u16string& name : names) ignoringErrors([&] { report.entry(u"\t" + name); });
 }
 
-void reportSpecialFolders(EntryWriter& log, const Object& osInfo, std::u16string& text) {
+void reportSpecialFolders(ReportWriter& report, const Object& osInfo) {
   clearError();
-  // A line end follows also an entry that was filtered out; deliberate.
-  ignoringErrors(
-      [&] { text.append(log.writeEntry(u"LogOSInfo: List Special Folders")).append(kLineEnd); });
+  ignoringErrors([&] { report.entry(u"LogOSInfo: List Special Folders"); });
   for (const FolderRow& row : kFolderRows)
-    ignoringErrors([&] {
-      const Variant folder = osInfo.get(row.property);
-      text.append(log.writeParameter(row.label, folder, EntryWriter::kReportIndent))
-          .append(kLineEnd);
-    });
+    ignoringErrors([&] { report.parameter(row.label, osInfo.get(row.property)); });
 }
 
-std::int32_t reportFileVersions(EntryWriter& log, std::u16string_view directory,
-                                std::u16string& text) {
-  addLine(text, log.writeEntry(u"LogFileVersionInfo"));
-  addLine(text, log.writeParameter(u"IN_szDirectory", directory, EntryWriter::kReportIndent));
+std::int32_t reportFileVersions(ReportWriter& report, std::u16string_view directory) {
+  report.entry(u"LogFileVersionInfo");
+  report.parameter(u"IN_szDirectory", directory);
   const Dictionary versions = Dictionary::create();
   VersionInfo versionInfo;
-  const std::int32_t status = versionInfo.listFileVersions(TextRef{directory}, versions.object());
+  const Text folder(directory);
+  const std::int32_t status = versionInfo.listFileVersions(TextRef(&folder), versions.object());
   if (status != 0) return status;
   forEach(versions.keys(), [&](const Variant& file) {
-    addLine(text, log.writeParameter(file, versions.item(file), EntryWriter::kReportIndent));
+    report.parameter(file, versions.item(file));
     platform::pumpMessages();
   });
   return status;

@@ -9,6 +9,7 @@
 #include "system/queries.h"
 #include "tests/logging/logger_fixture.h"
 #include "tests/support/pe_builder.h"
+#include "tests/support/small_stack.h"
 
 namespace quendal::test {
 namespace {
@@ -274,8 +275,17 @@ TEST_F(Reports, NestingWithoutEndIsAnError) {
         .member(u"Item", [&](auto) { return Variant(endless()); })
         .object();
   };
-  EXPECT_EQ(reportDictionary(endless()), "error 28");
-  EXPECT_LT(made, 100);
+  onSmallStack([&] { EXPECT_EQ(reportDictionary(endless()), "error 28"); });
+
+  const int deepest = 100;
+  Object nested = Dictionary::create().object();
+  for (made = 0; made < deepest; ++made) {
+    const Dictionary outer = Dictionary::create();
+    outer.add(u"inner", nested);
+    nested = outer.object();
+  }
+  EXPECT_EQ(reportDictionary(nested), "");
+  EXPECT_EQ(std::ranges::count(log, '\n'), 1 + deepest);
 }
 
 TEST_F(Reports, TheDiagnosticsAreABoxAndSixReports) {
