@@ -2,6 +2,7 @@
 
 #include <quendal/automation.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -17,11 +18,14 @@ std::size_t remainingStack() noexcept {
 }
 
 // The system copies and frees nested arrays and dictionaries by calls within calls, long after the
-// library has handed them out. A level was seen to take up to 340 bytes on x64, for arrays that are
-// copied into a dictionary; the bound leaves some for the way there.
+// library has handed them out, perhaps deeper in the stack than now. How much a level takes depends
+// on the system's version; some 340 bytes were seen on x64.
 std::size_t nestingThatFits() noexcept {
-  constexpr std::size_t kBytesPerLevel = 48 * sizeof(void*);
-  return remainingStack() / kBytesPerLevel;
+  constexpr std::size_t kBytesPerLevel = 128 * sizeof(void*);
+  constexpr std::size_t kSetAside = 16 * 1024;  // guard pages, and the way there
+  constexpr std::size_t kMostLevels = 4096;
+  const std::size_t left = remainingStack();
+  return left <= kSetAside ? 0 : std::min((left - kSetAside) / kBytesPerLevel, kMostLevels);
 }
 
 }  // namespace quendal::platform
