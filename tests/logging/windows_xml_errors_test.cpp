@@ -21,8 +21,15 @@ TEST_F(XmlErrors, TheParsersOwnErrorIsTold) {
 
   document.call(u"loadXML", u"<a>\r\n  <b></a>");
   const Object error = Object::from(document.get(u"parseError"));
-  EXPECT_FALSE(call(u"LogXMLError", kLow, document, u"mixed up").empty());
+  // Not every system's parser has built each member; what it answers then reaches the page.
+  const std::string url = textOrError([&] { return masked(error.get(u"url")); });
+  const std::string told = call(u"LogXMLError", kLow, document, u"mixed up");
   const std::string log = written();
+  if (url.starts_with("error ")) {
+    EXPECT_EQ(told, url);
+    EXPECT_EQ(log, "@ *** ERROR *** mixed up\n");
+    return;
+  }
   EXPECT_TRUE(log.starts_with("@ *** ERROR *** mixed up\n@ *** XML Parser Error URL")) << log;
   for (const auto& [label, member] :
        {std::pair("Line     *** = ", u"line"), std::pair("Code     *** = ", u"errorCode")})
