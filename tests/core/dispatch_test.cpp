@@ -181,6 +181,8 @@ TEST_F(DispatchTest, FailuresReachTheCallerWithNumberSourceAndDescription) {
 TEST_F(DispatchTest, PropertiesAreReadWrittenAndForwardTheirArguments) {
   const Variant text(u"value");
   EXPECT_EQ(rawCall(object_, u"Property", {text}, {}, DISPATCH_PROPERTYPUT).code, S_OK);
+  EXPECT_EQ(rawCall(object_, u"Property", {text, text}, {}, DISPATCH_PROPERTYPUT).code,
+            DISP_E_BADPARAMCOUNT);  // it has no indexes
   EXPECT_EQ(shown(rawCall(object_, u"Property", {}, {}, DISPATCH_PROPERTYGET).value), "value");
   EXPECT_EQ(rawCall(object_, u"Property", {text}, {}, DISPATCH_PROPERTYGET).code,
             DISP_E_BADPARAMCOUNT);  // text has no members to apply it to
