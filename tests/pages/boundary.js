@@ -25,3 +25,22 @@ show("number as text", function () { return /1\.5$/.test(logger.WriteLog(2, 1.5)
 show("Unicode", function () { logger.Unicode = false; return logger.Unicode; });
 show("a page object", function () { return typeof functions.JSON; });
 show("max", function () { return functions.Max(3, 7, 5); });
+
+// A page's objects as this language makes them.
+var variables = new ActiveXObject("Scripting.Dictionary");
+variables.Add("REMOTE_ADDR", "10.1.2.3");
+variables.Add("PATH_TRANSLATED", folder + "none.asp");
+var here = folder.slice(0, -1);
+logger.OnStartPage({
+  Session: {}, Application: {}, Request: { ServerVariables: variables }, Response: {},
+  Server: { MapPath: function (path) { return here; } }
+});
+show("client", function () { return logger.RemoteIP; });
+show("path", function () { return logger.Path == here + "\\LOGS\\"; });
+show("in a page", function () { return / 10\.1\.2\.3 page$/.test(logger.WriteLog(2, "page")); });
+show("variables", function () { logger.LogServerVariables(); return "told"; });
+var error = { number: 91, Source: "Page", description: "Told by the page" };
+show("an error", function () { return /Told by the page$/.test(logger.LogMSError(2, error)); });
+show("a dictionary", function () { return logger.LogDictionary(variables); });
+logger.OnEndPage();
+show("after the page", function () { return logger.WriteLog(2, "x"); });
