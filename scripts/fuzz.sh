@@ -10,6 +10,11 @@ out=$root/build/fuzz
 mkdir -p "$out/corpus/version_resource_fuzz" "$out/findings"
 "$out/fuzz/make_version_seeds" "$out/corpus/version_resource_fuzz"
 
+# Scratch files go to memory where that can be had.
+[ ! -w /dev/shm ] || export TMPDIR=/dev/shm
+TMPDIR=$(mktemp -d) && export TMPDIR
+trap 'rm -rf "$TMPDIR"' EXIT
+
 failed=0
 for source in "$root"/fuzz/*_fuzz.cpp; do
   name=$(basename "$source" .cpp)
@@ -20,6 +25,7 @@ for source in "$root"/fuzz/*_fuzz.cpp; do
   if "$out/fuzz/$name" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 \
       -artifact_prefix="$out/findings/$name-" "$corpus" >"$out/$name.log" 2>&1; then
     echo "$name: clean, $(grep -o 'stat::number_of_executed_units: *[0-9]*\|Done [0-9]* runs' "$out/$name.log" | tail -n 1)"
+    grep -E '^(calls|not reached): ' "$out/$name.log" | cut -c 1-400 | sed 's/^/  /' || true
   else
     tail -n 30 "$out/$name.log" >&2
     echo "$name: FAILED"
