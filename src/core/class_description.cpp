@@ -3,16 +3,14 @@
 #include <algorithm>
 
 #include "core/dispatch.h"
+#include "core/text_tools.h"
 
 namespace quendal {
 namespace {
 
 // Member and parameter names are ASCII; any other character equals only itself.
-std::u16string lowered(std::u16string_view text) {
-  std::u16string result(text);
-  for (char16_t& c : result)
-    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + (u'a' - u'A'));
-  return result;
+bool isLess(std::u16string_view a, std::u16string_view b) noexcept {
+  return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
 }
 
 }  // namespace
@@ -30,30 +28,27 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
     } else {
       rows_.emplace_back();
       row.id = static_cast<DISPID>(rows_.size());
-      std::pair entry(lowered(row.name), row.id);
-      names_.insert(std::ranges::upper_bound(names_, entry), std::move(entry));
+      names_.insert(std::ranges::upper_bound(names_, row.name, isLess, &Name::first),
+                    {row.name, row.id});
     }
     Rows& rows = rows_[static_cast<std::size_t>(row.id - 1)];
     (row.kind == MemberKind::Put ? rows.put : rows.read) = &row;
   }
 }
 
-DISPID ClassDescription::idOf(std::u16string_view name) const {
-  const std::u16string key = lowered(name);
-  const auto found =
-      std::ranges::lower_bound(names_, key, {}, &std::pair<std::u16string, DISPID>::first);
-  return found != names_.end() && found->first == key ? found->second : DISPID_UNKNOWN;
+DISPID ClassDescription::idOf(std::u16string_view name) const noexcept {
+  const auto found = std::ranges::lower_bound(names_, name, isLess, &Name::first);
+  return found != names_.end() && equalNoCase(found->first, name) ? found->second : DISPID_UNKNOWN;
 }
 
-DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const {
+DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const noexcept {
   if (member < 1 || static_cast<std::size_t>(member) > rows_.size()) return DISPID_UNKNOWN;
-  const std::u16string key = lowered(name);
   const Rows& rows = rows_[static_cast<std::size_t>(member - 1)];
   for (const MemberRow* row : {rows.read, rows.put}) {
     if (row == nullptr) continue;
     const auto parameters = row->parameters();
     for (std::size_t i = 0; i < parameters.size(); ++i)
-      if (lowered(parameters[i].name) == key) return static_cast<DISPID>(i);
+      if (equalNoCase(parameters[i].name, name)) return static_cast<DISPID>(i);
   }
   return DISPID_UNKNOWN;
 }

@@ -103,9 +103,9 @@ class ClassDescription {
   [[nodiscard]] const AnyFunction* functionTable() const noexcept { return table_.data(); }
 
   /// The identifier of a member by its name in any case; DISPID_UNKNOWN when there is none.
-  [[nodiscard]] DISPID idOf(std::u16string_view name) const;
+  [[nodiscard]] DISPID idOf(std::u16string_view name) const noexcept;
   /// The position of a parameter by its name in any case; DISPID_UNKNOWN when there is none.
-  [[nodiscard]] DISPID parameterOf(DISPID member, std::u16string_view name) const;
+  [[nodiscard]] DISPID parameterOf(DISPID member, std::u16string_view name) const noexcept;
   /// The row that an Invoke with these flags means; null when there is none.
   [[nodiscard]] const MemberRow* find(DISPID id, WORD flags) const noexcept;
 
@@ -115,11 +115,13 @@ class ClassDescription {
     const MemberRow* put = nullptr;
   };
 
+  using Name = std::pair<std::u16string_view, DISPID>;
+
   ClassIdentity identity_;
   std::vector<MemberRow> members_;
   std::vector<AnyFunction> table_;
-  std::vector<std::pair<std::u16string, DISPID>> names_;  // lower case, sorted
-  std::vector<Rows> rows_;                                // by identifier, 1 to n
+  std::vector<Name> names_;  // in order, whatever the case
+  std::vector<Rows> rows_;   // by identifier, 1 to n
 };
 
 /// The description of an automation class. Each room specialises it for its own.

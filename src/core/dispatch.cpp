@@ -38,18 +38,14 @@ HRESULT STDMETHODCALLTYPE tableGetIDsOfNames(DispatchObject* self, REFIID reserv
                                              UINT count, LCID, DISPID* ids) noexcept {
   if (!(reserved == IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
-  try {
-    const ClassDescription& description = self->description();
-    ids[0] = description.idOf(plainText(names[0]));
-    bool allKnown = ids[0] != DISPID_UNKNOWN;
-    for (UINT i = 1; i < count; ++i) {
-      ids[i] = description.parameterOf(ids[0], plainText(names[i]));
-      allKnown = allKnown && ids[i] != DISPID_UNKNOWN;
-    }
-    return allKnown ? S_OK : DISP_E_UNKNOWNNAME;
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
+  const ClassDescription& description = self->description();
+  ids[0] = description.idOf(plainText(names[0]));
+  bool allKnown = ids[0] != DISPID_UNKNOWN;
+  for (UINT i = 1; i < count; ++i) {
+    ids[i] = description.parameterOf(ids[0], plainText(names[i]));
+    allKnown = allKnown && ids[i] != DISPID_UNKNOWN;
   }
+  return allKnown ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
 HRESULT STDMETHODCALLTYPE tableInvoke(DispatchObject* self, DISPID id, REFIID reserved, LCID,
