@@ -7,6 +7,7 @@
 #include "platform/code_page.h"
 #include "tests/core/raw_call.h"
 #include "tests/logging/logger_fixture.h"
+#include "tests/support/named_object.h"
 
 namespace quendal::test {
 namespace {
@@ -85,6 +86,14 @@ TEST_F(Reentry, ComparedArgumentsAreKept) {
     EXPECT_EQ(result.code, S_OK);
     EXPECT_EQ(x.pdispVal, nullptr);
   }
+}
+
+TEST_F(Reentry, WhatIsEncodedOutlivesTheQuestionForItsType) {
+  Variant variable;
+  const Object cursor = ScriptObject().value(u"State", std::int32_t{0}).object();
+  variable = Variant(named(u"Recordset", cursor, [&] { variable = Variant(Object()); }));
+  const Outcome result = rawCall(functions->json().object(), u"Encode", {referenceTo(variable)});
+  EXPECT_EQ(textOf(result.value), u"{\"state\": \"closed\"}");
 }
 
 TEST_F(Reentry, AnObjectIsWholeWhenItIsCalledAgainFromItsOwnCall) {

@@ -9,7 +9,8 @@ namespace {
 
 class NamedObject final : public IDispatch {
  public:
-  NamedObject(std::u16string_view name, const Object& inner) : name_(name), inner_(inner) {}
+  NamedObject(std::u16string_view name, const Object& inner, std::function<void()> whenAsked)
+      : name_(name), inner_(inner), whenAsked_(std::move(whenAsked)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
@@ -29,6 +30,7 @@ class NamedObject final : public IDispatch {
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+    if (whenAsked_) whenAsked_();
     return namedType(name_, info);
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
@@ -46,12 +48,13 @@ class NamedObject final : public IDispatch {
   ULONG references_ = 1;
   std::u16string name_;
   Object inner_;
+  std::function<void()> whenAsked_;
 };
 
 }  // namespace
 
-Object named(std::u16string_view className, const Object& inner) {
-  return Object::attach(new NamedObject(className, inner));
+Object named(std::u16string_view className, const Object& inner, std::function<void()> whenAsked) {
+  return Object::attach(new NamedObject(className, inner, std::move(whenAsked)));
 }
 
 }  // namespace quendal::test
