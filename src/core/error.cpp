@@ -29,6 +29,7 @@ constexpr auto kStandardTexts = std::to_array<StandardText>({
     {57, u"Device I/O error"},
     {58, u"File already exists"},
     {61, u"Disk full"},
+    {67, u"Too many files"},
     {70, u"Permission denied"},
     {75, u"Path/File access error"},
     {76, u"Path not found"},

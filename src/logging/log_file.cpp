@@ -1,6 +1,6 @@
 #include "logging/log_file.h"
 
-#include <array>
+#include <algorithm>
 
 #include "core/apartment.h"
 #include "core/text_tools.h"
@@ -15,7 +15,7 @@ namespace {
 
 using platform::FileError;
 
-constexpr std::array kByteOrderMark = {std::byte{0xFF}, std::byte{0xFE}};
+constexpr char16_t kByteOrderMark = 0xFEFF;
 
 void raiseUnless(FileError error) {
   if (error != FileError::None) throw AutomationError(static_cast<int>(error));
@@ -30,22 +30,25 @@ std::u16string joined(std::u16string path, std::u16string_view part) {
 }  // namespace
 
 void ensureFolders(std::u16string_view path) {
-  if (platform::lookAt(path).isFolder) return;  // one look is enough for the usual case
+  // No folder is asked for, or, as one look tells in the usual case, nothing is to be created.
+  if (path.empty() || platform::lookAt(path).isFolder) return;
 
   const std::u16string absolute = platform::absolutePath(path);
-  if (absolute.empty()) return;
+  if (absolute.empty()) return raiseUnless(platform::createFolder(path));  // it knows why
   std::size_t start = 0;
   const auto nextPart = [&] {
-    const std::size_t end = std::min(absolute.find(u'\\', start), absolute.size());
-    std::u16string part = absolute.substr(start, end - start);
+    const std::size_t begin = std::min(start, absolute.size());
+    const std::size_t end = std::min(absolute.find(u'\\', begin), absolute.size());
     start = end + 1;
-    return part;
+    return absolute.substr(begin, end - begin);
   };
   std::u16string current;
   if (absolute.starts_with(u"\\\\")) {  // a network share is never created, only what is below it
     start = 2;
     const std::u16string server = nextPart();
-    current = u"\\\\" + server + u"\\" + nextPart() + u"\\";
+    const std::u16string share = nextPart();
+    if (server.empty() || share.empty()) raiseUnless(FileError::BadFileName);
+    current = u"\\\\" + server + u"\\" + share + u"\\";
   } else {
     current = nextPart() + u"\\";
   }
@@ -57,32 +60,40 @@ void ensureFolders(std::u16string_view path) {
 
 void LogFile::setFolder(std::u16string folder) {
   folder_ = std::move(folder);
-  fullName_ = folder_ + name_;
+  setFullName(folder_ + name_);
 }
 
 void LogFile::setName(std::u16string name) {
   name_ = std::move(name);
-  fullName_ = folder_ + name_;
+  setFullName(folder_ + name_);
 }
 
-void LogFile::setFullName(std::u16string fullName) { fullName_ = std::move(fullName); }
+void LogFile::setFullName(std::u16string fullName) {
+  constexpr std::u16string_view kSeparators = u"\\/";
+  fullName_ = std::move(fullName);
+  // The folder with its separator, perhaps one more, and a name without any.
+  isInFolder_ = folder_.find_last_of(kSeparators) + 1 == folder_.size() &&
+                fullName_.starts_with(folder_) &&
+                fullName_.find_first_not_of(kSeparators, folder_.size()) - 1 ==
+                    fullName_.find_last_of(kSeparators);
+}
 
 void LogFile::ensure() {
   clearError();
-  ensureFolders(folder_);
   const platform::PathStatus status = platform::lookAt(fullName_);
+  const bool isFile = status.exists && !status.isFolder;
+  if (!isFile || !isInFolder_) ensureFolders(folder_);
   if (!status.exists)
     create();
-  else if (status.isFolder)
+  else if (!isFile)
     raiseUnless(FileError::PermissionDenied);
   else if (rolloverBytes_ > 0 && status.size >= rolloverBytes_)
     rollOver();
 }
 
 void LogFile::create() {
-  const std::span<const std::byte> head =
-      format_ == Format::Utf16 ? kByteOrderMark : std::span<const std::byte>{};
-  const FileError error = platform::createFile(fullName_, head);
+  const std::span mark(&kByteOrderMark, format_ == Format::Utf16 ? 1 : 0);
+  const FileError error = platform::createFile(fullName_, std::as_bytes(mark));
   if (error == FileError::AlreadyExists) return;  // another writer was first; it is as good as ours
   raiseUnless(error);
   platform::pumpMessages();
@@ -119,9 +130,12 @@ std::u16string LogFile::archiveName() const {
 void LogFile::append(std::u16string text) const {
   text += kLineEnd;
   if (format_ == Format::Utf16) {
-    raiseUnless(platform::appendToFile(fullName_, std::as_bytes(std::span(text))));
+    // For a file whose creator has not come to it.
+    text.insert(text.begin(), kByteOrderMark);
+    raiseUnless(
+        platform::appendToFile(fullName_, std::as_bytes(std::span(text)), sizeof kByteOrderMark));
   } else {
-    const std::string bytes = platform::toCodePage(text);
+    const std::string bytes = platform::toSystemBytes(text);
     raiseUnless(platform::appendToFile(fullName_, std::as_bytes(std::span(bytes))));
   }
 }

@@ -18,8 +18,8 @@ namespace quendal {
 
 inline constexpr std::u16string_view kLineEnd = u"\r\n";
 
-/// Creates every missing folder of a path. Raises 53, 70, 75 or 76 for a folder that cannot
-/// be.
+/// Creates every missing folder of a path; there is none in the empty one. Raises for a folder that
+/// cannot be: 52 (also a network path without a share), 57, 58 (a file of that name), 61, 70 or 76.
 void ensureFolders(std::u16string_view path);
 
 class LogFile {
@@ -51,7 +51,7 @@ class LogFile {
 
   /// Makes sure that the file exists, creating missing folders and writing the banner (once for
   /// each object) into a file it creates, and rolls an existing file over when it is due. Raises
-  /// what the page's file-system object would: 52, 53, 58, 61, 70, 75 or 76.
+  /// what the page's file-system object would: 52, 53, 57, 58, 61, 67, 70, 75 or 76.
   void ensure();
 
   /// Appends a text and a line end to the existing file in one write. Raises as `ensure`; then
@@ -67,6 +67,7 @@ class LogFile {
   std::u16string folder_;
   std::u16string name_;
   std::u16string fullName_;
+  bool isInFolder_ = false;  // a file of the full name tells that the folder is there
   Format format_ = Format::Utf16;
   std::int32_t rolloverBytes_ = 0;
   bool bannerWritten_ = false;

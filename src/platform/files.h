@@ -8,6 +8,7 @@
 // PermissionDenied for a folder in place of a file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -24,6 +25,7 @@ enum class FileError : int {
   DeviceIo = 57,  // everything that is none of the others
   AlreadyExists = 58,
   DiskFull = 61,  // also a quota or the greatest size of a file
+  TooManyFiles = 67,
   PermissionDenied = 70,
   PathFileAccess = 75,  // a rename to another volume
   PathNotFound = 76,
@@ -43,28 +45,32 @@ struct PathStatus {
 
 /// Absolute form of a path: against the current folder, with "." and ".." resolved, separators
 /// as `\` and single, a trailing one kept. On POSIX it begins with `\`; on both homes a path that
-/// begins with two separators is a network path and keeps its server and share. Empty when the
-/// path is empty or has no absolute form.
+/// begins with two separators is a network path and keeps its server and share. Empty when there
+/// is no such path (BadFileName of the others), or no current folder.
 [[nodiscard]] std::u16string absolutePath(std::u16string_view path);
 
 /// Creates one folder whose parent exists. None when it exists already, AlreadyExists when a file
 /// of that name does.
 [[nodiscard]] FileError createFolder(std::u16string_view path) noexcept;
 
-/// Creates a file that holds `head`, with one write, so that no other process ever reads it or
-/// appends to it before. AlreadyExists when there is a file or folder of that name, which is left
-/// alone. A file whose head cannot be written is not left behind.
+/// Creates a file and writes `head`, unless an append was first to write that into it.
+/// AlreadyExists when there is a file or folder of that name, which is left alone. A file whose head
+/// cannot be written stays behind empty.
 [[nodiscard]] FileError createFile(std::u16string_view path,
                                    std::span<const std::byte> head) noexcept;
 
-/// Opens an existing file for appending, writes all bytes with one write and closes it. Other
-/// processes may append to, read and rename the file meanwhile. NotFound when there is no such
-/// file. A write that ends early (disk full) is taken back as far as the system allows: on POSIX
-/// unless somebody appended after it, on Windows the system itself writes all or nothing. On
-/// Windows a file that another program does not share fails with PermissionDenied after a short
-/// wait (at most some 150 ms), since a file that is just being created is not shared either.
-[[nodiscard]] FileError appendToFile(std::u16string_view path,
-                                     std::span<const std::byte> bytes) noexcept;
+/// Opens an existing file, writes all bytes at its end with one write and closes it. The first
+/// `headSize` of them are the head of a new file: they go only into one that is still empty.
+/// NotFound when there is no such file.
+///
+/// Other processes may append to, read and rename the file meanwhile. Each append finds the end and
+/// writes under a lock of its own, also across the machines of a network share, and the system
+/// takes the lock from a process that dies. Where a file system has no locks, appends exclude each
+/// other within one machine only. A write that ends early (disk full) is taken back. On Windows a
+/// file that another program does not share fails with PermissionDenied after a short wait (at most
+/// some 150 ms): scanners hold files for a moment.
+[[nodiscard]] FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
+                                     std::size_t headSize = 0) noexcept;
 
 /// Renames a file; never replaces an existing one (AlreadyExists). NotFound when there is no such
 /// file, PathNotFound when a folder on either path is missing.

@@ -1,6 +1,8 @@
 // What both homes read from the text of a path.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace quendal::platform {
@@ -22,6 +24,18 @@ constexpr std::u16string_view withoutTrailingBlanks(std::u16string_view path) no
 /// which the system would not read on.
 constexpr bool isPath(std::u16string_view path) noexcept {
   return !path.empty() && path.find(u'\0') == std::u16string_view::npos;
+}
+
+/// True when a part has more than the 255 characters that a file system stores. The systems have
+/// several errors for these, by the length of the whole.
+constexpr bool hasLongPart(std::u16string_view path) noexcept {
+  constexpr std::size_t kMaxPart = 255;
+  if (path.size() <= kMaxPart) return false;
+  std::size_t size = 0;
+  return std::any_of(path.begin(), path.end(), [&size](char16_t unit) {
+    size = isSeparator(unit) ? 0 : size + 1;
+    return size > kMaxPart;
+  });
 }
 
 }  // namespace quendal::platform

@@ -162,6 +162,13 @@ TEST(SitePath, OnlyPlainPathsBelowTheRootAreResolved) {
   }
 }
 
+TEST(SitePath, LogsInAnyCaseAtAnyDepth) {
+  for (const char16_t* logs : {u"/LOGS", u"/Logs/log.txt", u"/a/lOgS/b"})
+    EXPECT_TRUE(leadsThroughLogs(logs)) << platform::toUtf8(logs);
+  for (const char16_t* other : {u"", u"/LOG", u"/LOGS.TXT", u"/MYLOGS/a", u"/LOGS2"})
+    EXPECT_FALSE(leadsThroughLogs(other)) << platform::toUtf8(other);
+}
+
 TEST(SitePath, PercentSequences) {
   EXPECT_EQ(percentDecoded("a%20b+%C3%a9%", true), "a b \xC3\xA9%");
   EXPECT_EQ(percentDecoded("a%41+", false), "aA+");

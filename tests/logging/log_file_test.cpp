@@ -42,8 +42,30 @@ TEST(LogFile, MissingFoldersAreCreatedDownToTheLast) {
   ensureFolders(folder / u"a\\b\\c\\");
   EXPECT_TRUE(platform::lookAt(folder / u"a\\b\\c").isFolder);
   ensureFolders(folder / u"a\\b\\c");
-  ASSERT_EQ(platform::createFile(folder / u"a\\file", {}), FileError::None);
-  EXPECT_NE(errorOf([&] { ensureFolders(folder / u"a\\file\\below"); }), 0);
+}
+
+TEST(LogFile, AFolderThatCannotBeCreatedRaises) {
+  const TempFolder folder;
+  ASSERT_EQ(platform::createFile(folder / u"file", {}), FileError::None);
+  const struct {
+    std::u16string path;
+    int error;
+  } kRows[] = {
+      {u"", 0},
+      {u"\\\\", platform::lookAt(u"\\\\").isFolder ? 0 : 52},  // on Linux that is the root
+      {u"\\\\no-such-server", 52},
+      {u"\\\\no-such-server\\", 52},
+      {folder / u"file", 58},
+      {folder / u"file\\below", 58},
+      {folder / std::u16string(u"a\0b", 3), 52},
+      {folder / (u"a\\" + std::u16string(256, u'n') + u"\\b"), 52},
+      {folder / std::u16string(4400, u'/'), 52},
+  };
+  for (const auto& row : kRows) {
+    EXPECT_EQ(errorOf([&] { ensureFolders(row.path); }), row.error)
+        << std::filesystem::path(row.path.substr(0, 120)).string();
+  }
+  EXPECT_FALSE(platform::lookAt(folder / u"a").exists);
 }
 
 TEST(LogFile, FolderAndNameAreJoinedWithNothingBetweenThem) {
@@ -77,6 +99,20 @@ TEST(LogFile, TheFormatIsThatOfTheMoment) {
       content.starts_with("\xFF\xFE"
                           "B"));
   EXPECT_TRUE(content.ends_with(std::string_view("\xAC\x20\r\0\n\0z\r\n", 9)));
+}
+
+TEST(LogFile, TheMarkIsWrittenAlsoWithoutABanner) {
+  const TempFolder folder;
+  LogFile log = logIn(folder);
+  write(log, u"the banner goes here");
+  log.setFormat(LogFile::Format::Utf16);
+  log.setName(u"next.txt");
+  log.ensure();
+  EXPECT_EQ(contentOf(folder / u"next.txt"), "\xFF\xFE");
+  log.setName(u"abandoned.txt");  // its creator ended before it wrote anything
+  ASSERT_EQ(platform::createFile(folder / u"abandoned.txt", {}), FileError::None);
+  write(log, u"\u20AC");
+  EXPECT_EQ(contentOf(folder / u"abandoned.txt"), std::string("\xFF\xFE\xAC\x20\r\0\n\0", 8));
 }
 
 TEST(LogFile, AFileOfTheRollOverSizeBecomesTheDaysArchive) {

@@ -26,9 +26,10 @@ struct LogRace {
         const FileError error = renameFile(log, archive);
         if (error != FileError::None && error != FileError::NotFound) return error;
       }
-      const std::string entry = std::string(1, writer) + std::string(i % 60, '.') + '\n';
+      const std::string entry =
+          std::string(kHead) + writer + std::string(static_cast<std::size_t>(i % 60), '.') + '\n';
       FileError error;
-      while ((error = appendToFile(log, bytesOf(entry))) == FileError::NotFound) {
+      while ((error = appendToFile(log, bytesOf(entry), kHead.size())) == FileError::NotFound) {
         error = createFile(log, bytesOf(kHead));
         if (error != FileError::None && error != FileError::AlreadyExists) return error;
       }

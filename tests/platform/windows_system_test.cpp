@@ -5,6 +5,7 @@
 
 #include "platform/dispatch.h"
 #include "platform/messages.h"
+#include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"
 #include "tests/platform/temp_folder.h"
 
@@ -38,6 +39,35 @@ TEST(WindowsFilesTest, OnlyAnExclusiveHolderKeepsAnEntryOut) {
   EXPECT_EQ(appendToFile(log, bytesOf("z")), FileError::None);
   shortHolder.join();
   EXPECT_EQ(contentOf(log), "xyz");
+}
+
+TEST(WindowsCodePageTest, ACharacterHasAllItsBytes) {
+  const struct {
+    unsigned codePage;
+    std::u16string_view text;
+    std::string_view bytes;
+  } kRows[] = {
+      {932, u"a\u65E5\u672C\uFF76", "a\x93\xFA\x96\x7B\xB6"},
+      {936, u"\u4E2D\u6587a", "\xD6\xD0\xCE\xC4\x61"},
+      {949, u"\uD55C\uAD6D", "\xC7\xD1\xB1\xB9"},
+      {950, u"\u4E2D\u6587", "\xA4\xA4\xA4\xE5"},
+      {1252, u"\u00E9\u20AC", "\xE9\x80"},
+      {65001, u"\u00E9\u65E5\U0001F600", "\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80"},
+  };
+  for (const auto& [codePage, text, bytes] : kRows) {
+    SCOPED_TRACE(codePage);
+    EXPECT_EQ(toBytes(text, codePage), bytes);
+    EXPECT_TRUE(fromBytes(bytes, codePage) == text);
+  }
+  EXPECT_EQ(toBytes(u"a\uD55Cb", 1252), "a?b");
+  // No pair is cut in two in a text that is converted in pieces.
+  std::u16string pairs = u"a";
+  std::string inUtf8 = "a";
+  while (pairs.size() < (1u << 20) + 3) {
+    pairs += u"\U0001F600";
+    inUtf8 += "\xF0\x9F\x98\x80";
+  }
+  EXPECT_TRUE(toBytes(pairs, 65001) == inUtf8);
 }
 
 TEST(WindowsMessagesTest, PostedMessagesEndAWaitAndAreTakenFromTheQueue) {

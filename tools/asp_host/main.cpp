@@ -21,7 +21,8 @@ constexpr std::string_view kUsage =
     "         --method M  --query Q  --form F  --cookie C  --server-variable NAME=VALUE\n"
     "         --root FOLDER (of the site; the page's own)  --headers  --script-timeout SECONDS\n"
     "       asp_host serve FOLDER [OPTION...]     serves a folder as a site on 127.0.0.1\n"
-    "         --port N (8080; 0 for a free one)  --threads N (4)  --script-timeout SECONDS (90)\n";
+    "         --port N (8080; 0 for a free one)  --threads N (4)  --script-timeout SECONDS (90)\n"
+    "         --show-logs (LOGS folders are hidden otherwise)\n";
 
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -144,6 +145,8 @@ int serveFolder(CommandLine& line) {
       options.port = static_cast<std::uint16_t>(line.number("--port takes 0 to 65535", 0, 65535));
     else if (option == "--threads")
       options.threads = line.number("--threads takes 1 to 64", 1, 64);
+    else if (option == "--show-logs")
+      options.showLogs = true;
     else if (option == "--script-timeout")
       options.scriptTimeout =
           std::chrono::seconds(line.number("--script-timeout takes seconds", 1, kLongestTimeout));

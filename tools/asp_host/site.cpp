@@ -42,7 +42,7 @@ bool endsWith(std::u16string_view path, std::u16string_view ending) {
 
 }  // namespace
 
-Target findTarget(const std::u16string& root, std::string_view target) {
+Target findTarget(const std::u16string& root, std::string_view target, bool showLogs) {
   Target found;
   const std::string_view rawPath = target.substr(0, target.find('?'));
   if (rawPath.size() < target.size()) found.query = target.substr(rawPath.size() + 1);
@@ -54,6 +54,7 @@ Target findTarget(const std::u16string& root, std::string_view target) {
   found.kind = Target::Kind::Missing;
   const auto resolved = resolvedPath(path);
   if (!resolved || path.find(u'\\') != path.npos) return found;
+  if (!showLogs && leadsThroughLogs(*resolved)) return found;
 
   found.place = {root, *resolved};
   if (platform::lookAt(found.place.file()).isFolder) {

@@ -18,8 +18,9 @@ struct Target {
 };
 
 /// Finds what a target ("/a%20b/?x=1") means below a folder. The last path part of a folder's
-/// target must be empty to reach its default document; otherwise the folder itself is named.
-[[nodiscard]] Target findTarget(const std::u16string& root, std::string_view target);
+/// target must be empty to reach its default document; otherwise the folder itself is named. What
+/// lies in a LOGS folder is missing unless `showLogs`.
+[[nodiscard]] Target findTarget(const std::u16string& root, std::string_view target, bool showLogs);
 
 /// The content of a file with its type; 500 when it cannot be read.
 [[nodiscard]] PageResponse fileResponse(const std::u16string& file);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/text_tools.h"
+#include "platform/locale.h"
 
 namespace quendal::host {
 namespace {
@@ -54,6 +55,10 @@ std::optional<std::u16string> resolvedPath(std::u16string_view path) {
   std::u16string result;
   for (const std::u16string_view part : parts) result.append(u"/").append(part);
   return result;
+}
+
+bool leadsThroughLogs(std::u16string_view resolved) {
+  return (platform::upperCase(resolved) + u'/').find(u"/LOGS/") != std::u16string::npos;
 }
 
 std::optional<std::string> percentDecoded(std::string_view text, bool isForm) {

@@ -126,7 +126,7 @@ class WebServer {
     if (request.method() == http::verb::unknown)
       co_return errorResponse(501, "Not Implemented", "The method is not known.");
     const bool isRead = request.method() == http::verb::get || request.method() == http::verb::head;
-    const Target target = findTarget(options_.root, text(request.target()));
+    const Target target = findTarget(options_.root, text(request.target()), options_.showLogs);
     const auto refuse = [](std::string_view allowed) {
       PageResponse response = errorResponse(405, "Method Not Allowed");
       response.headers.emplace_back("Allow", allowed);

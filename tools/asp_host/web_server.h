@@ -14,6 +14,7 @@ struct WebServerOptions {
   std::uint16_t port = 8080;
   std::size_t threads = 4;  // apartments in which pages run
   std::chrono::seconds scriptTimeout{90};
+  bool showLogs = false;  // serve LOGS folders like any other
 };
 
 /// What the server tells: that it serves, with the address, and each page that failed.

@@ -35,6 +35,8 @@ std::string toCodePage(std::u16string_view text) {
   return bytes;
 }
 
+std::string toSystemBytes(std::u16string_view text) { return toCodePage(text); }
+
 std::u16string fromCodePage(std::string_view bytes) {
   std::u16string text(bytes.size(), u'\0');
   std::transform(bytes.begin(), bytes.end(), text.begin(), fromByte);

@@ -2,14 +2,12 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/random.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cinttypes>
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -32,6 +30,24 @@ FileError pathError(const NativePath& path) noexcept {
   return path.endsInSeparator() ? FileError::PathNotFound : FileError::None;
 }
 
+// Keeps the other appenders of the file out; of a network file system also those of other machines.
+class AppendLock {
+ public:
+  explicit AppendLock(int file) noexcept : file_(file) {
+    // Where a file system has no locks, appending is one step within this machine all the same.
+    while (::flock(file_, LOCK_EX) != 0 && errno == EINTR) {
+    }
+  }
+  // Closing the file would not do: a child of this process may hold it, too, until it is a program
+  // of its own.
+  ~AppendLock() { ::flock(file_, LOCK_UN); }
+  AppendLock(const AppendLock&) = delete;
+  AppendLock& operator=(const AppendLock&) = delete;
+
+ private:
+  int file_;
+};
+
 // One write call; it is repeated only when a signal came before any byte was written.
 ssize_t writeOnce(int file, std::span<const std::byte> bytes) noexcept {
   ssize_t written;
@@ -41,27 +57,26 @@ ssize_t writeOnce(int file, std::span<const std::byte> bytes) noexcept {
   return written;
 }
 
-// A write that ended early has run into a limit, which the system only tells at the next one.
-FileError writeError(ssize_t written) noexcept {
-  return written < 0 ? fileError(errno) : FileError::DiskFull;
-}
-
-// Half an entry, perhaps half a character, would spoil all that follows in the file. It is cut off
-// as long as nobody has appended after it.
-void takeBack(int file, ssize_t written) noexcept {
-  const off_t end = ::lseek(file, 0, SEEK_CUR);
-  struct stat status;
-  if (end >= written && ::fstat(file, &status) == 0 && status.st_size == end) {
-    // If this fails too the half entry stays; the caller has the error of the write.
-    [[maybe_unused]] const int result = ::ftruncate(file, end - written);
+FileError appendOnce(int file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  const AppendLock lock(file);
+  const off_t end = ::lseek(file, 0, SEEK_END);
+  if (end != 0) bytes = bytes.subspan(headSize);
+  const ssize_t written = writeOnce(file, bytes);
+  if (written == std::ssize(bytes)) return FileError::None;
+  if (written < 0) return fileError(errno);
+  // It has run into a limit, which the system only tells at the next write. Half an entry, perhaps
+  // half a character, would spoil all that follows in the file; if this fails too, it stays.
+  if (::lseek(file, 0, SEEK_END) == end + written) {
+    [[maybe_unused]] const int result = ::ftruncate(file, end);
   }
+  return FileError::DiskFull;
 }
 
 // True when the system or the file system has no rename that never replaces.
 bool lacksExclusiveRename(int code) noexcept { return code == EINVAL || code == ENOSYS; }
 
-// Each of the following two returns 0, or the error number, and never replaces a file.
-
+// Returns 0, or the error number, and never replaces a file.
+//
 // Without the exclusive rename the new name is reserved by an empty file, which only this process
 // then replaces. A second name for the file would not do: between giving it and removing the
 // first, another process may have moved the file away and created a new one.
@@ -75,49 +90,15 @@ int moveWithoutReplacing(const NativePath& from, const NativePath& to) noexcept 
   return code;
 }
 
-// For a file whose name nobody else knows, so that its new name appears together with its content.
-int publish(const NativePath& hidden, const NativePath& name) noexcept {
-  if (::renameat2(AT_FDCWD, hidden.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0)
-    return 0;
-  if (!lacksExclusiveRename(errno)) return errno;
-  if (::link(hidden.c_str(), name.c_str()) != 0) return errno;
-  ::unlink(hidden.c_str());
-  return 0;
-}
-
-// A name that no other process chooses at the same time; the dot hides it from casual listings.
-NativePath temporaryIn(const NativePath& folder) noexcept {
-  std::uint64_t number = 0;
-  if (::getrandom(&number, sizeof number, GRND_NONBLOCK) != sizeof number) {
-    timespec now{};
-    ::clock_gettime(CLOCK_MONOTONIC, &now);
-    number = static_cast<std::uint64_t>(now.tv_sec) << 32 ^ static_cast<std::uint64_t>(now.tv_nsec);
-  }
-  std::array<char, 48> name;
-  const int size =
-      std::snprintf(name.data(), name.size(), ".%d-%016" PRIx64 ".tmp", ::gettid(), number);
-  return folder.child({name.data(), static_cast<std::size_t>(size)});
-}
-
-// For file systems and surroundings that know no nameless files.
-FileError createThroughTemporary(const NativePath& target,
-                                 std::span<const std::byte> head) noexcept {
-  const NativePath temporary = temporaryIn(target.parent());
-  if (temporary.error() != FileError::None) return temporary.error();
-  Descriptor file = openFile(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL, kFileMode);
-  if (!file) return fileError(errno, temporary);
-  FileError error = FileError::None;
-  if (const ssize_t written = writeOnce(file.get(), head); written != std::ssize(head)) {
-    error = writeError(written);
-  } else if (!file.close()) {
-    error = fileError(errno);
-  } else {
-    const int code = publish(temporary, target);
-    if (code == 0) return FileError::None;
-    error = fileError(code, target);
-  }
-  ::unlink(temporary.c_str());
-  return error;
+FileError openAndAppend(std::u16string_view path, int flags, std::span<const std::byte> bytes,
+                        std::size_t headSize) noexcept {
+  const NativePath target(path);
+  if (const FileError error = pathError(target); error != FileError::None) return error;
+  Descriptor file = openFile(target.c_str(), O_WRONLY | O_APPEND | flags, kFileMode);
+  if (!file) return fileError(errno, target);
+  const FileError error = appendOnce(file.get(), bytes, headSize);
+  if (error != FileError::None) return error;
+  return file.close() ? FileError::None : fileError(errno);
 }
 
 struct OpenFile {
@@ -174,7 +155,7 @@ bool fileExists(std::u16string_view path) noexcept {
 }
 
 std::u16string absolutePath(std::u16string_view path) {
-  if (!isPath(path)) return {};
+  if (NativePath(path).error() != FileError::None) return {};
   const bool rooted = isSeparator(path.front());
   const bool network = rooted && path.size() > 1 && isSeparator(path[1]);
   std::u16string whole = rooted ? std::u16string() : currentFolder();
@@ -209,34 +190,12 @@ FileError createFolder(std::u16string_view path) noexcept {
 }
 
 FileError createFile(std::u16string_view path, std::span<const std::byte> head) noexcept {
-  const NativePath target(path);
-  if (const FileError error = pathError(target); error != FileError::None) return error;
-  // A nameless file that receives its name when it is complete; nothing is left behind when the
-  // process dies meanwhile.
-  if (Descriptor file = openFile(target.parent().c_str(), O_WRONLY | O_TMPFILE, kFileMode)) {
-    const ssize_t written = writeOnce(file.get(), head);
-    if (written != std::ssize(head)) return writeError(written);
-    std::array<char, 32> name;
-    std::snprintf(name.data(), name.size(), "/proc/self/fd/%d", file.get());
-    if (::linkat(AT_FDCWD, name.data(), AT_FDCWD, target.c_str(), AT_SYMLINK_FOLLOW) == 0) {
-      return FileError::None;
-    }
-    if (errno == EEXIST) return FileError::AlreadyExists;
-  }
-  return createThroughTemporary(target, head);
+  return openAndAppend(path, O_CREAT | O_EXCL, head, head.size());
 }
 
-FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes) noexcept {
-  const NativePath target(path);
-  if (const FileError error = pathError(target); error != FileError::None) return error;
-  Descriptor file = openFile(target.c_str(), O_WRONLY | O_APPEND);
-  if (!file) return fileError(errno, target);
-  if (const ssize_t written = writeOnce(file.get(), bytes); written != std::ssize(bytes)) {
-    const FileError error = writeError(written);
-    if (written > 0) takeBack(file.get(), written);
-    return error;
-  }
-  return file.close() ? FileError::None : fileError(errno);
+FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
+                       std::size_t headSize) noexcept {
+  return openAndAppend(path, 0, bytes, headSize);
 }
 
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {

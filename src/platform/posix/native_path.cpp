@@ -11,7 +11,7 @@
 
 namespace quendal::platform {
 NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {
-  if (!isPath(path) || path.size() >= text_.size()) {
+  if (!isPath(path) || path.size() >= text_.size() || hasLongPart(path)) {
     error_ = FileError::BadFileName;
     return;
   }
@@ -66,13 +66,6 @@ NativePath NativePath::parent() const noexcept {
   return folder;
 }
 
-NativePath NativePath::child(std::string_view name) const noexcept {
-  NativePath entry(*this);
-  entry.append("/");
-  if (entry.error_ == FileError::None) entry.append(name);
-  return entry;
-}
-
 FileError fileError(int code) noexcept {
   switch (code) {
     case ENOENT:
@@ -93,6 +86,9 @@ FileError fileError(int code) noexcept {
     case EDQUOT:
     case EFBIG:
       return FileError::DiskFull;
+    case EMFILE:
+    case ENFILE:
+      return FileError::TooManyFiles;
     case ENAMETOOLONG:
     case EINVAL:  // characters that the file system does not store
     case EILSEQ:

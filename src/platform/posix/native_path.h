@@ -29,9 +29,6 @@ class NativePath {
   /// the root itself.
   [[nodiscard]] NativePath parent() const noexcept;
 
-  /// The path of an entry of this folder; with an error when it becomes too long.
-  [[nodiscard]] NativePath child(std::string_view name) const noexcept;
-
  private:
   NativePath() noexcept { text_[0] = '\0'; }
   bool takePlain(std::u16string_view path) noexcept;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"
 
 namespace quendal::platform {
@@ -12,6 +13,7 @@ constexpr std::size_t kChunk = 1u << 20;  // keeps lengths within the system's `
 
 constexpr bool isAscii(char16_t unit) { return unit < 0x80; }
 constexpr bool isSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
+constexpr bool isFirstSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 
 // A character of a multi-byte code page that takes more than one byte has no byte of its own.
 char oneByte(char16_t unit) {
@@ -54,16 +56,41 @@ std::string toCodePage(std::u16string_view text) {
   return bytes;
 }
 
-std::u16string fromCodePage(std::string_view bytes) {
-  std::u16string text(bytes.size(), u'\0');  // no code page has more characters than bytes
-  if (std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; })) {
-    std::copy(bytes.begin(), bytes.end(), text.begin());
-    return text;
+std::string toBytes(std::u16string_view text, unsigned codePage) {
+  std::string bytes;
+  while (!text.empty()) {
+    auto run = text.substr(0, kChunk);
+    if (run.size() < text.size() && isFirstSurrogate(run.back())) run.remove_suffix(1);
+    const auto convert = [&](char* out, std::size_t room) {
+      return static_cast<std::size_t>(
+          WideCharToMultiByte(codePage, 0, oleText(run.data()), static_cast<int>(run.size()), out,
+                              static_cast<int>(room), nullptr, nullptr));
+    };
+    const std::size_t begin = bytes.size();
+    const std::size_t size = convert(nullptr, 0);
+    bytes.resize(begin + size);
+    convert(bytes.data() + begin, size);
+    text.remove_prefix(run.size());
   }
-  const int size = MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
+  return bytes;
+}
+
+std::u16string fromBytes(std::string_view bytes, unsigned codePage) {
+  std::u16string text(bytes.size(), u'\0');  // no code page has more characters than bytes
+  const int size = MultiByteToWideChar(codePage, 0, bytes.data(), static_cast<int>(bytes.size()),
                                        wideBuffer(text.data()), static_cast<int>(text.size()));
   text.resize(static_cast<std::size_t>(size));
   return text;
+}
+
+std::string toSystemBytes(std::u16string_view text) {
+  return std::all_of(text.begin(), text.end(), isAscii) ? toCodePage(text) : toBytes(text, CP_ACP);
+}
+
+std::u16string fromCodePage(std::string_view bytes) {
+  if (std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; }))
+    return {bytes.begin(), bytes.end()};
+  return fromBytes(bytes, CP_ACP);
 }
 
 }  // namespace quendal::platform

@@ -13,7 +13,6 @@ namespace quendal::platform {
 namespace {
 
 constexpr std::size_t kPathCapacity = 4096;
-constexpr std::size_t kMaxPart = 255;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr int kOpenTries = 10;
 constexpr DWORD kDiskQuotaExceeded = 1295;  // not in every header
@@ -30,15 +29,6 @@ class Path {
   [[nodiscard]] const wchar_t* c_str() const noexcept { return text_.c_str(); }
 
  private:
-  // The system has several errors for these, by the length of the whole.
-  static bool hasLongPart(std::u16string_view path) noexcept {
-    std::size_t size = 0;
-    return std::any_of(path.begin(), path.end(), [&size](char16_t unit) {
-      size = isSeparator(unit) ? 0 : size + 1;
-      return size > kMaxPart;
-    });
-  }
-
   WideText<kPathCapacity> text_;
   bool usable_;
 };
@@ -75,6 +65,8 @@ FileError fileError(DWORD code) noexcept {
     case kDiskQuotaExceeded:
     case ERROR_FILE_TOO_LARGE:
       return FileError::DiskFull;
+    case ERROR_TOO_MANY_OPEN_FILES:
+      return FileError::TooManyFiles;
     case ERROR_INVALID_NAME:
     case ERROR_BAD_PATHNAME:
     case ERROR_FILENAME_EXCED_RANGE:
@@ -88,21 +80,7 @@ FileError fileError(DWORD code) noexcept {
 
 FileError lastError() noexcept { return fileError(GetLastError()); }
 
-// A new file is shut to others for the moment in which it has no head yet, and scanners of the
-// system look at it for another; an entry need not be lost for that.
-FileHandle openForAppending(const Path& path) noexcept {
-  for (int tries = kOpenTries;; --tries) {
-    FileHandle file(CreateFileW(path.c_str(), FILE_APPEND_DATA, kShareAll, nullptr, OPEN_EXISTING,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (file || tries == 1 || GetLastError() != ERROR_SHARING_VIOLATION) return file;
-    Sleep(1);
-  }
-}
-
-// Holds a byte far behind every content while an entry is written. Windows itself finds the end of
-// the file and writes there in one step, and does not grant the lock to a handle that may only
-// append; that is why its failure means nothing. Wine takes two steps, in which entries of several
-// processes would overwrite each other, and grants it.
+// Holds a byte far behind every content, where it keeps no reader out.
 class AppendLock {
  public:
   explicit AppendLock(HANDLE file) noexcept
@@ -112,6 +90,8 @@ class AppendLock {
   }
   AppendLock(const AppendLock&) = delete;
   AppendLock& operator=(const AppendLock&) = delete;
+
+  [[nodiscard]] bool isHeld() const noexcept { return held_; }
 
  private:
   static OVERLAPPED farBehind() noexcept {
@@ -125,13 +105,47 @@ class AppendLock {
   bool held_;
 };
 
-FileError writeOnce(HANDLE file, std::span<const std::byte> bytes) noexcept {
+// Half an entry, perhaps half a character, would spoil all that follows in the file.
+void cutOff(HANDLE file, LARGE_INTEGER end) noexcept {
+  if (SetFilePointerEx(file, end, nullptr, FILE_BEGIN)) SetEndOfFile(file);
+}
+
+FileError appendOnce(HANDLE file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  const AppendLock lock(file);
+  LARGE_INTEGER end;
+  if (!GetFileSizeEx(file, &end)) return lastError();
+  if (end.QuadPart > 0) bytes = bytes.subspan(headSize);
   if (bytes.size() > std::numeric_limits<DWORD>::max()) return FileError::DiskFull;
+  // Without the lock the end is left to the system, which finds it and writes in one step.
+  OVERLAPPED place{};
+  place.Offset = lock.isHeld() ? end.LowPart : std::numeric_limits<DWORD>::max();
+  place.OffsetHigh =
+      lock.isHeld() ? static_cast<DWORD>(end.HighPart) : std::numeric_limits<DWORD>::max();
   DWORD written = 0;
-  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place)) {
     return lastError();
   }
-  return written == bytes.size() ? FileError::None : FileError::DiskFull;
+  if (written == bytes.size()) return FileError::None;
+  if (lock.isHeld()) cutOff(file, end);
+  return FileError::DiskFull;
+}
+
+// Scanners of the system hold a new file for a moment; an entry need not be lost for that.
+FileHandle openForAppending(const Path& path, DWORD disposition) noexcept {
+  for (int tries = kOpenTries;; --tries) {
+    FileHandle file(CreateFileW(path.c_str(), FILE_WRITE_DATA, kShareAll, nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (file || tries == 1 || GetLastError() != ERROR_SHARING_VIOLATION) return file;
+    Sleep(1);
+  }
+}
+
+FileError openAndAppend(std::u16string_view path, DWORD disposition,
+                        std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  const Path target(path);
+  if (const FileError error = pathError(path, target); error != FileError::None) return error;
+  const FileHandle file = openForAppending(target, disposition);
+  return file ? appendOnce(file.get(), bytes, headSize) : lastError();
 }
 
 struct OpenFile {
@@ -203,27 +217,12 @@ FileError createFolder(std::u16string_view path) noexcept {
 }
 
 FileError createFile(std::u16string_view path, std::span<const std::byte> head) noexcept {
-  const Path target(path);
-  if (const FileError error = pathError(path, target); error != FileError::None) return error;
-  // Shared with nobody until it is closed.
-  const FileHandle file(CreateFileW(target.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file) return lastError();
-  const FileError error = writeOnce(file.get(), head);
-  if (error != FileError::None) {
-    FILE_DISPOSITION_INFO disposition{TRUE};
-    SetFileInformationByHandle(file.get(), FileDispositionInfo, &disposition, sizeof disposition);
-  }
-  return error;
+  return openAndAppend(path, CREATE_NEW, head, head.size());
 }
 
-FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes) noexcept {
-  const Path target(path);
-  if (const FileError error = pathError(path, target); error != FileError::None) return error;
-  const FileHandle file = openForAppending(target);
-  if (!file) return lastError();
-  const AppendLock lock(file.get());
-  return writeOnce(file.get(), bytes);
+FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
+                       std::size_t headSize) noexcept {
+  return openAndAppend(path, OPEN_EXISTING, bytes, headSize);
 }
 
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {

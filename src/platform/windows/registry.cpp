@@ -25,7 +25,8 @@ using Key = std::unique_ptr<std::remove_pointer_t<HKEY>, KeyCloser>;
 Key openKey(std::u16string_view path, REGSAM access) {
   if (path.empty()) return Key(HKEY_LOCAL_MACHINE);
   HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, toCodePage(path).c_str(), 0, access, &key) != 0) key = {};
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, toSystemBytes(path).c_str(), 0, access, &key) != 0)
+    key = {};
   return Key(key);
 }
 
@@ -38,7 +39,7 @@ std::optional<std::u16string> registryText(std::u16string_view key, std::u16stri
   buffer.fill(' ');
   DWORD size = kMaxTextBytes;
   DWORD type = 0;
-  if (RegQueryValueExA(opened.get(), toCodePage(name).c_str(), nullptr, &type,
+  if (RegQueryValueExA(opened.get(), toSystemBytes(name).c_str(), nullptr, &type,
                        reinterpret_cast<BYTE*>(buffer.data()), &size) != 0) {
     return std::u16string(kRegistryError);
   }

@@ -49,7 +49,7 @@ class SystemVersionResource final : public VersionResource {
     std::array<char, 32> prefix;
     std::snprintf(prefix.data(), prefix.size(), "\\StringFileInfo\\%04X%04X\\",
                   unsigned{table.language}, unsigned{table.codePage});
-    const auto bytes = query(prefix.data() + toCodePage(key));
+    const auto bytes = query(prefix.data() + toSystemBytes(key));
     if (bytes.empty()) return {};
     // The stated length counts the NUL in some files and not in others: the NUL alone tells.
     return upToNul({bytes.data(), block_.data() + block_.size()});
@@ -75,7 +75,7 @@ class SystemVersionResource final : public VersionResource {
 
 std::unique_ptr<VersionResource> readVersionResource(std::u16string_view path) {
   if (!isPath(path)) return nullptr;
-  const std::string name = toCodePage(path);
+  const std::string name = toSystemBytes(path);
   DWORD ignored = 0;
   const DWORD size = GetFileVersionInfoSizeA(name.c_str(), &ignored);
   if (size == 0) return nullptr;

@@ -183,6 +183,9 @@ TEST(Serve, EveryLoggedEntryIsInTheLogOnceWithItsOwnPagesDetails) {
                       " of client " + std::to_string(client));
   EXPECT_TRUE(found == expected) << found.size() << " entries, expected " << expected.size();
   EXPECT_GE(files, 3);  // the log and its archives
+  for (const char* hidden : {"/LOGS/LOG.TXT", "/logs/log.txt", "/l%4fgs/LOG.TXT", "/LOGS./LOG.TXT",
+                             "/folder/../LOGS/LOG.TXT", "/LOGS%5cLOG.TXT", "/LOGS", "/LOGS/"})
+    EXPECT_EQ(get(hidden).status, 404) << hidden;
 }
 
 }  // namespace
