@@ -113,7 +113,9 @@ class AppendFile {
 [[nodiscard]] FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes);
 
 /// Names of the files (not folders) of a folder, in the order of its listing; on POSIX, where that
-/// is arbitrary, in the order of their characters. Empty when the folder cannot be listed.
-[[nodiscard]] std::vector<std::u16string> listFiles(std::u16string_view folder);
+/// is arbitrary, in the order of their characters. Empty when the folder cannot be listed; `error`
+/// tells why, or None.
+[[nodiscard]] std::vector<std::u16string> listFiles(std::u16string_view folder,
+                                                    FileError* error = nullptr);
 
 }  // namespace quendal::platform

@@ -146,8 +146,7 @@ Show "binary", sized
 A.Sort sized, 2, 4, True, 0
 Show "a part, descending", sized
 WScript.Echo "unsortable: " & CBool(A.Sort(Array(1, Null)))
-WScript.Echo "no array: " & CBool(A.Sort("text"))
-WScript.Echo "no array, logged: " & CBool(A.Sort("text", -1, -1, False, 1, False))
+WScript.Echo "unsortable, logged: " & CBool(A.Sort(Array(1, Null), -1, -1, False, 1, False))
 
 ' Errors.
 Dim noArray

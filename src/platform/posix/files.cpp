@@ -241,11 +241,17 @@ FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
   return FileError::None;
 }
 
-std::vector<std::u16string> listFiles(std::u16string_view folder) {
+std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {
+  FileError ignored;
+  FileError& outcome = error != nullptr ? *error : ignored;
   const NativePath target(folder);
-  if (target.error() != FileError::None) return {};
+  outcome = target.error();
+  if (outcome != FileError::None) return {};
   const std::unique_ptr<DIR, CloseFolder> listing(::opendir(target.c_str()));
-  if (listing == nullptr) return {};
+  if (listing == nullptr) {
+    outcome = fileError(errno, target);
+    return {};
+  }
   std::vector<std::u16string> names;
   while (const dirent* entry = ::readdir(listing.get())) {
     if (!isFolder(listing.get(), *entry)) names.push_back(fromUtf8(entry->d_name));

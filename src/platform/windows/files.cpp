@@ -269,16 +269,24 @@ FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
   return FileError::None;
 }
 
-std::vector<std::u16string> listFiles(std::u16string_view folder) {
+std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {
+  FileError ignored;
+  FileError& outcome = error != nullptr ? *error : ignored;
   std::u16string pattern(folder);
   if (!endsInSeparator(pattern)) pattern += u'\\';
   pattern += u'*';
   const Path target(pattern);
-  if (folder.empty() || target.error() != FileError::None) return {};
+  outcome = folder.empty() ? FileError::BadFileName : target.error();
+  if (outcome != FileError::None) return {};
   WIN32_FIND_DATAW entry;
   const SearchHandle search(
       FindFirstFileExW(target.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0));
-  if (!search) return {};
+  if (!search) {
+    outcome = lastError();
+    // A drive's root without any entry is no failure.
+    if (outcome == FileError::NotFound) outcome = FileError::None;
+    return {};
+  }
   std::vector<std::u16string> names;
   do {
     if (!isFolderAttribute(entry.dwFileAttributes)) {
