@@ -145,7 +145,8 @@ TEST(VersionReaderTest, AFolderThatCannotBeListedIsAnError) {
   const pid_t child = ::fork();
   if (child == 0) {  // the rights of a folder do not bind root
     if (::geteuid() == 0 && ::setuid(kNobody) != 0) ::_exit(1);
-    ::_exit(VersionInfo().listFileVersions(TextRef{folder.path()}, Object()));
+    const Text path(folder.path());
+    ::_exit(VersionInfo().listFileVersions(TextRef(&path), Object()));
   }
   int status = 0;
   ASSERT_EQ(::waitpid(child, &status, 0), child);
