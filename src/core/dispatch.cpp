@@ -148,14 +148,14 @@ HRESULT publishCurrentException(EXCEPINFO* exception) noexcept {
   try {
     throw;
   } catch (const AutomationError& error) {
-    apartment().errorNumber = error.number();
+    setPendingError(error.number());
     return publish(error.code(), error.source(), error.description(), exception);
   } catch (const std::bad_alloc&) {
-    apartment().errorNumber = error_number::kOutOfMemory;
+    setPendingError(error_number::kOutOfMemory);
     return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory",
                    exception);
   } catch (...) {
-    apartment().errorNumber = error_number::kInternal;
+    setPendingError(error_number::kInternal);
     return publish(errorCode(error_number::kInternal), kLibraryName, u"Internal error", exception);
   }
 }

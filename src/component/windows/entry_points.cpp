@@ -10,6 +10,16 @@ using quendal::RegistrationScope;
 
 extern "C" {
 
+/// Once loaded, the module stays in the process. Clients may hold its type information, and threads
+/// their state, longer than any object, and the compiler's runtime gives back neither the handles
+/// nor the slot of thread-local storage that it takes (on x86 already when it is loaded).
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
+  if (reason == DLL_PROCESS_ATTACH)
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                       reinterpret_cast<const wchar_t*>(module), &module);
+  return TRUE;
+}
+
 HRESULT STDMETHODCALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** object) {
   return quendal::classObject(classId, iid, object);
 }
