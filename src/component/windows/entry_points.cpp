@@ -26,22 +26,20 @@ HRESULT STDMETHODCALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void**
 
 HRESULT STDMETHODCALLTYPE DllCanUnloadNow() { return quendal::canUnload() ? S_OK : S_FALSE; }
 
-/// For the machine; for the current user alone when the caller is no administrator.
+/// For the machine.
 HRESULT STDMETHODCALLTYPE DllRegisterServer() {
-  const HRESULT code = quendal::registerComponent(RegistrationScope::Machine);
-  return code == E_ACCESSDENIED ? quendal::registerComponent(RegistrationScope::User) : code;
+  return quendal::registerComponent(RegistrationScope::Machine);
 }
 
-/// Whatever of the two registrations there is.
+/// Whatever of the two registrations there is; a failure to take the machine's away is reported.
 HRESULT STDMETHODCALLTYPE DllUnregisterServer() {
   const HRESULT user = quendal::unregisterComponent(RegistrationScope::User);
   const HRESULT machine = quendal::unregisterComponent(RegistrationScope::Machine);
-  // Who may not touch the machine's registration has none of his own making there.
-  return FAILED(machine) && machine != E_ACCESSDENIED ? machine : user;
+  return FAILED(machine) ? machine : user;
 }
 
-/// `regsvr32 /n /i:user` registers for the current user alone; any other argument, or none, as
-/// DllRegisterServer.
+/// `regsvr32 /n /i:user` registers for the current user's own programs, which a web server is not;
+/// any other argument, or none, as DllRegisterServer.
 HRESULT STDMETHODCALLTYPE DllInstall(BOOL install, PCWSTR arguments) {
   const bool forUser = arguments != nullptr && _wcsicmp(arguments, L"user") == 0;
   if (!forUser) return install != FALSE ? DllRegisterServer() : DllUnregisterServer();
