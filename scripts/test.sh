@@ -51,12 +51,12 @@ run_native() {
     diff -u "$root/docs/reference.md" <("$root/build/native/describe" reference "$root/docs/reference")
 }
 
-page() {  # page BITS PAGE: runs a page in the script host and compares what it prints
+page() {  # page BITS PAGE: runs a page in the script host, which ends well, and compares its output
   local bits=$1 page=$2 name folder actual
   name=$(basename "$page")
   folder=$(wine_path "$bits")\\$(basename "$(dirname "$page")")
   actual=$root/build/win$bits/$name.actual
-  wine_run "$bits" cscript //nologo "$folder\\$name" "$folder" >"$actual"
+  wine_run "$bits" cscript //nologo "$folder\\$name" "$folder" >"$actual" || return 1
   diff -u "$page.expected" "$actual" >&2
 }
 

@@ -1,106 +1,22 @@
-// The DLL itself: registration, factories, and the type library inside it. The test program expects
-// the DLL beside it.
+// The DLL itself: factories, and the type library inside it.
 #include <gtest/gtest.h>
 #include <quendal/object.h>
 
 #include <array>
-#include <cstdio>
 #include <string>
 
 #include "component/catalogue.h"
 #include "core/enumerations.h"
-#include "core/guid.h"
 #include "core/names.h"
 #include "platform/code_page.h"
-#include "platform/module.h"
+#include "tests/component/windows_dll.h"
 
-namespace quendal {
+namespace quendal::test {
 namespace {
-
-std::u16string dllPath() {
-  const std::u16string program = platform::ownModulePath();
-  return program.substr(0, program.rfind(u'\\') + 1) + u"QUENDAL_CLASSIC_ASP.DLL";
-}
-
-/// The DLL, loaded for the test.
-class ComponentTest : public ::testing::Test {
- protected:
-  ComponentTest() : module_(LoadLibraryW(oleText(dllPath().c_str()))) {
-    EXPECT_NE(module_, nullptr);
-  }
-  ~ComponentTest() override { FreeLibrary(module_); }
-
-  template <class Function>
-  Function* entry(const char* name) const {
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-  }
-  HRESULT install(bool on, const wchar_t* scope) const {
-    return entry<HRESULT STDMETHODCALLTYPE(BOOL, PCWSTR)>("DllInstall")(on, scope);
-  }
-  HRESULT call(const char* name) const { return entry<HRESULT STDMETHODCALLTYPE()>(name)(); }
-
-  HMODULE module_;
-};
-
-bool keyExists(HKEY root, const std::u16string& path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(root, oleText(path.c_str()), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
-  RegCloseKey(key);
-  return true;
-}
-
-/// The keys that a registration leaves below a root.
-std::vector<std::u16string> registeredKeys() {
-  std::vector<std::u16string> keys = {u"TypeLib\\" + registryForm(kLibraryId)};
-  for (const CatalogueEntry& entry : catalogue()) {
-    const ClassIdentity& identity = entry.description.identity();
-    keys.push_back(u"Interface\\" + registryForm(identity.interfaceId));
-    if (identity.programId.empty()) continue;
-    keys.push_back(u"CLSID\\" + registryForm(identity.classId));
-    keys.push_back(std::u16string(identity.programId));
-  }
-  return keys;
-}
-
-/// Creates a logger as a host does.
-void useRegisteredLogger() {
-  CLSID classId{};
-  ASSERT_EQ(CLSIDFromProgID(L"QUENDAL_REPORTS_ASP.LOGGING", &classId), S_OK);
-  void* created = nullptr;
-  ASSERT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &created),
-            S_OK);
-  const Object logger = Object::attach(static_cast<IDispatch*>(created));
-  EXPECT_EQ(logger.get(u"LogLevel").iVal, 2);
-  EXPECT_EQ(typeNameOf(Variant(logger)), u"LOGGING");
-}
-
-TEST_F(ComponentTest, RegistersForTheMachineOrTheUserAndLeavesNothingBehind) {
-  const std::u16string classes = u"Software\\Classes\\";
-  const struct {
-    HKEY root;
-    std::function<HRESULT()> on, off;
-  } scopes[] = {{HKEY_LOCAL_MACHINE, [&] { return call("DllRegisterServer"); },
-                 [&] { return call("DllUnregisterServer"); }},
-                {HKEY_CURRENT_USER, [&] { return install(true, L"user"); },
-                 [&] { return install(false, L"user"); }}};
-  for (const auto& scope : scopes) {
-    ASSERT_EQ(scope.on(), S_OK);
-    EXPECT_TRUE(keyExists(scope.root, classes + u"QUENDAL_REPORTS_ASP.FUNCTIONS\\CLSID"));
-    if (keyExists(HKEY_CLASSES_ROOT, u"QUENDAL_REPORTS_ASP.LOGGING\\CLSID"))
-      useRegisteredLogger();
-    else
-      std::puts("not shown: creating an object; this system does not look at a user's classes");
-    ASSERT_EQ(scope.off(), S_OK);
-    for (const std::u16string& key : registeredKeys())
-      for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
-        EXPECT_FALSE(keyExists(root, classes + key)) << platform::toUtf8(key);
-    EXPECT_EQ(scope.off(), S_OK);  // nothing left to remove is no error
-  }
-}
 
 TEST_F(ComponentTest, OnlyTwoClassesHaveFactories) {
   auto* const getClassObject =
-      entry<HRESULT STDMETHODCALLTYPE(REFCLSID, REFIID, void**)>("DllGetClassObject");
+      dll_.entry<HRESULT STDMETHODCALLTYPE(REFCLSID, REFIID, void**)>("DllGetClassObject");
   for (const CatalogueEntry& candidate : catalogue()) {
     const ClassIdentity& identity = candidate.description.identity();
     void* found = &found;
@@ -117,12 +33,12 @@ TEST_F(ComponentTest, OnlyTwoClassesHaveFactories) {
     static_cast<IUnknown*>(object)->Release();
     factory->LockServer(TRUE);
     factory->Release();
-    EXPECT_EQ(call("DllCanUnloadNow"), S_FALSE);
+    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_FALSE);
     getClassObject(identity.classId, IID_IClassFactory, &found);
     factory = static_cast<IClassFactory*>(found);
     factory->LockServer(FALSE);
     factory->Release();
-    EXPECT_EQ(call("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK);
   }
 }
 
@@ -334,4 +250,4 @@ TEST_F(TypeLibraryTest, HoldsTheEnumerationsAndItsOwnIdentity) {
 }
 
 }  // namespace
-}  // namespace quendal
+}  // namespace quendal::test
