@@ -70,7 +70,10 @@ Page::~Page() {
     }
     for (const Object& dictionary : std::exchange(cyclic_, {}))
       Dictionary::from(dictionary)->removeAll();
-    const Apartment old = std::exchange(apartment(), {});
+    Apartment& own = apartment();
+    own.groupDepth = 0;
+    own.errorNumber = 0;
+    const PageObjects ended = std::exchange(own.page, {});
     SetErrorInfo(0, nullptr);
     unlockAll();
     if (round == 0) budget_ = 0;
