@@ -26,3 +26,8 @@ add_library(QUENDAL_CLASSIC_ASP SHARED ${component_sources}
 set_target_properties(QUENDAL_CLASSIC_ASP PROPERTIES PREFIX "" SUFFIX ".DLL")
 target_link_libraries(QUENDAL_CLASSIC_ASP PRIVATE quendal_objects)
 target_link_options(QUENDAL_CLASSIC_ASP PRIVATE -static -s -Wl,--no-insert-timestamp)
+if(QUENDAL_BITS EQUAL 32)
+  # The file says why.
+  target_sources(QUENDAL_CLASSIC_ASP PRIVATE src/component/windows/x86/own_unwinder.cpp)
+  target_link_options(QUENDAL_CLASSIC_ASP PRIVATE "LINKER:--wrap=_imp__GetModuleHandleA@4")
+endif()

@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // The whole input as an image, and as a block of its own: a fuzzer rarely gets through the
   // headers with its block intact.
   test::MemoryBytes image(bytes);
-  auto block = platform::readVersionBlock(image, [] { return std::uint16_t{0x0409}; });
+  auto block = platform::readVersionBlock(image);
   (void)versioninfo::versionRecord(platform::VersionBlock(std::move(block)));
   block.assign(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(
                                                   std::min(size, platform::kLongestVersionBlock)));

@@ -1,7 +1,8 @@
 @echo off
 rem register.cmd [/user]
-rem Registers the component as it lies here, on a 64-bit Windows in both bitnesses: for the machine
-rem (as administrator; otherwise only for the current user), or with /user for the current user.
+rem Registers the component as it lies here, on a 64-bit Windows in both bitnesses: for the machine,
+rem as administrator, which is what IIS needs. With /user it is for programs that the current user
+rem runs himself, as cscript: IIS does not look at the classes of a user.
 rem unregister.cmd calls this with /u first, which takes the registration back.
 setlocal
 set "here=%~dp0"
@@ -17,6 +18,7 @@ if /i "%~1"=="/user" (
 )
 if not "%~1"=="" (
   echo Usage: %~n0 [/user]
+  echo /user is for programs that the current user runs himself. IIS needs the machine.
   exit /b 2
 )
 
@@ -34,6 +36,8 @@ if /i "%architecture%"=="x86" (
   rem Servers may lack the 32-bit subsystem; then there is no x86 program to register for.
   if exist "%SystemRoot%\SysWOW64\regsvr32.exe" call :run "%SystemRoot%\SysWOW64" x86
 )
+if %failed%==1 if "%options:user=%"=="%options%" echo To change what is registered for the machine takes an administrator's rights.
+if %failed%==0 if "%options%"=="/s /n /i:user" echo This is for programs that you run yourself: IIS does not see it.
 exit /b %failed%
 
 :run

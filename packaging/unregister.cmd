@@ -1,4 +1,5 @@
 @echo off
 rem unregister.cmd [/user]
-rem Takes back every registration of the component, or with /user only the current user's.
+rem Takes back every registration of the component, as administrator, or with /user only the
+rem current user's.
 call "%~dp0register.cmd" /u %*

@@ -57,12 +57,12 @@ memory_is_short() {  # says nothing unless it fails
   "$root/build/asan/fuzz/short_memory" >"$log" 2>&1 || { tail -n 60 "$log" >&2; return 1; }
 }
 
-page() {  # page BITS PAGE: runs a page in the script host and compares what it prints
+page() {  # page BITS PAGE: runs a page in the script host, which ends well, and compares its output
   local bits=$1 page=$2 name folder actual
   name=$(basename "$page")
   folder=$(wine_path "$bits")\\$(basename "$(dirname "$page")")
   actual=$root/build/win$bits/$name.actual
-  wine_run "$bits" cscript //nologo "$folder\\$name" "$folder" >"$actual"
+  wine_run "$bits" cscript //nologo "$folder\\$name" "$folder" >"$actual" || return 1
   diff -u "$page.expected" "$actual" >&2
 }
 

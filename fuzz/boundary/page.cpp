@@ -70,7 +70,11 @@ Page::~Page() {
     }
     for (const Object& dictionary : std::exchange(cyclic_, {}))
       Dictionary::from(dictionary)->removeAll();
-    const Apartment old = std::exchange(apartment(), {});
+    if (Apartment* const own = apartmentIfAny()) {
+      own->groupDepth = 0;
+      own->errorNumber = 0;
+      const PageObjects ended = std::exchange(own->page, {});
+    }
     SetErrorInfo(0, nullptr);
     unlockAll();
     if (round == 0) budget_ = 0;

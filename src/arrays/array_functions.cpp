@@ -42,38 +42,35 @@ std::int64_t upperBoundOf(const VariantRef& variable) {
   return int32Of(boundOf(variable, SafeArrayGetUBound));
 }
 
+// The array of a variable, to be changed in place. It is read once for each call: what an object
+// does when it is asked or let go may replace the variable, but not free a locked array. Raises 9
+// for an unallocated array and for several dimensions.
+VARIANT changeable(VariantRef& variable) {
+  if (variable.array() == nullptr) throw AutomationError(error_number::kSubscript);
+  const VARIANT array = variable.value();
+  requireOneDimension(array.parray);
+  return array;
+}
+
 // Position of the element with an index. Raises 9 when there is none.
 std::size_t positionOf(const VARIANT& array, std::int64_t index) {
-  if (array.parray == nullptr) throw AutomationError(error_number::kSubscript);
-  requireOneDimension(array.parray);
   const SAFEARRAYBOUND& bound = array.parray->rgsabound[0];
   if (index < bound.lLbound || index - bound.lLbound >= bound.cElements)
     throw AutomationError(error_number::kSubscript);
   return static_cast<std::size_t>(index - bound.lLbound);
 }
 
-// `array(index) = value`, an object as a reference.
-void store(VariantRef& variable, std::int64_t index, const VARIANT& value) {
-  variable.array();
-  const VARIANT array = variable.value();
-  const std::size_t position = positionOf(array, index);
-  const ArrayView view(array);
+// Replaces an element, by an object as a reference.
+void store(const ArrayView& view, std::size_t position, const VARIANT& value) {
   Variant element = elementOf(value, view.elementType());
   // The former element goes last: what an object does as it goes may lead back here.
   const Variant former = Variant::attach(view.take(position));
   view.put(position, element.release());
 }
 
-Variant elementAt(const VariantRef& variable, std::int64_t index) {
-  const VARIANT array = variable.value();
-  const std::size_t position = positionOf(array, index);
-  return Variant::copyOf(ArrayView(array).at(position));
-}
-
-// Takes out the element at `start`, an object by its default value, and moves the elements after
-// it down by one. The last place becomes empty.
-Variant takeFirst(const VARIANT& array, std::size_t start) {
-  Variant former;  // goes when the array is no longer locked
+// Takes out the element at `start` to `former`, gives it, an object by its default value, and moves
+// the elements after it down by one. The last place becomes empty.
+Variant takeFirst(const VARIANT& array, std::size_t start, Variant& former) {
   const ArrayView view(array);
   Variant result;
   const VARIANT first = view.at(start);
@@ -84,22 +81,16 @@ Variant takeFirst(const VARIANT& array, std::size_t start) {
   const std::size_t rest = (view.size() - start - 1) * view.elementSize();
   std::memmove(place, place + view.elementSize(), rest);
   std::memset(place + rest, 0, view.elementSize());
-  if (!isObject(first)) std::swap(result, former);
+  if (!isObject(first)) result = std::move(former);
   return result;
 }
 
 // For each index from the last but one down to 1: array(index - 1) = array(index).
-void copyDown(const VARIANT& array) {
-  if (elementCountOf(array) == 0) return;
-  const SAFEARRAYBOUND& bound = array.parray->rgsabound[0];
-  const std::int64_t lower = bound.lLbound;
-  const std::int64_t upper = lower + bound.cElements - 1;
-  const ArrayView view(array);
+void copyDown(const ArrayView& view, std::int64_t lower) {
+  const std::int64_t upper = lower + static_cast<std::int64_t>(view.size()) - 1;
   for (std::int64_t i = upper - 1; i >= 1 && i > lower; --i) {
     const auto position = static_cast<std::size_t>(i - lower);
-    Variant copy = Variant::copyOf(view.at(position));
-    const Variant former = Variant::attach(view.take(position - 1));
-    view.put(position - 1, copy.release());
+    store(view, position - 1, view.at(position));
   }
 }
 
@@ -121,7 +112,8 @@ void ArrayFunctions::push(VariantRef& array, const VARIANT& value) {
     const Variant added = Variant::copyOf(value);  // it may be the array itself
     const std::int64_t n = upperBoundOf(array) + 1;
     redimPreserve(array, n);
-    store(array, n, added);
+    const VARIANT own = changeable(array);
+    store(ArrayView(own), positionOf(own, n), added);
   });
 }
 
@@ -131,15 +123,15 @@ Variant ArrayFunctions::pop(VariantRef& array) {
   ignoringErrors([&] {
     const std::int64_t n = upperBoundOf(array);
     if (n < 0) return;
-    array.array();
-    const VARIANT own = array.value();
+    const VARIANT own = changeable(array);
     const std::size_t last = positionOf(own, n);
     Variant element = Variant::attach(ArrayView(own).take(last));
     try {
-      redimPreserve(array, n - 1);
+      redimPreserve(own.parray, n - 1);
     } catch (...) {  // refused: the array keeps its element
-      ArrayView(own).put(last, element.release());
-      result = elementAt(array, n);
+      const ArrayView view(own);
+      view.put(last, element.release());
+      result = Variant::copyOf(view.at(last));
       throw;
     }
     result = std::move(element);
@@ -152,18 +144,20 @@ Variant ArrayFunctions::shift(VariantRef& array) {
   requireArray(array, u"Shift");
   const std::int64_t n = upperBoundOf(array);
   if (n < 0) return {};
-  array.array();
-  const std::size_t start = positionOf(array.value(), 0);
+  const VARIANT own = changeable(array);
+  const std::size_t start = positionOf(own, 0);
   if (n == 0) {
     // Deliberate: an array of one element gives an unallocated array, not its element.
     array.eraseArray();
     return Variant::array(nullptr);
   }
-  Variant result = takeFirst(array.value(), start);
+  Variant former;  // goes when the array has its new size
+  Variant result = takeFirst(own, start, former);
   try {
-    redimPreserve(array, n - 1);
+    redimPreserve(own.parray, n - 1);
   } catch (const AutomationError&) {  // refused: the last element stands at both places
-    store(array, n, elementAt(array, n - 1));
+    const ArrayView view(own);
+    store(view, view.size() - 1, view.at(view.size() - 2));
     throw;
   }
   return result;
@@ -174,9 +168,10 @@ void ArrayFunctions::unshift(VariantRef& array, const VARIANT& value) {
   requireArray(array, u"Unshift");
   ignoringErrors([&] {
     const Variant first = Variant::copyOf(value);  // it may be the array itself
-    array.array();
-    copyDown(array.value());
-    store(array, 0, first);
+    const VARIANT own = changeable(array);
+    const ArrayView view(own);
+    copyDown(view, own.parray->rgsabound[0].lLbound);
+    store(view, positionOf(own, 0), first);
   });
 }
 
@@ -207,6 +202,7 @@ void ArrayFunctions::reverse(VariantRef& array) {
 
 Boolean ArrayFunctions::sort(VariantRef& array, std::int32_t lowerBound, std::int32_t upperBound,
                              Boolean descending, std::int32_t compareMode, Boolean noAlerts) {
+  requireArray(array, u"Sort");
   try {
     array.array();
     qSortInPlace(array.value(), lowerBound, upperBound,

@@ -14,12 +14,14 @@ void requireOneDimension(SAFEARRAY* array);
 void requireResizable(const SAFEARRAY& array);
 
 /// Changes the number of elements, keeping the contents and the lower bound. New elements are
-/// Empty, zero or null. Raises 9, 10 or 7 and then has changed nothing.
+/// Empty, zero or null. Raises 9, also for an upper bound beyond 32 bits, 10 or 7 and then has
+/// changed nothing.
 void resize(SAFEARRAY* array, std::size_t count);
 
-/// `ReDim Preserve array(0 To upper)`; an unallocated array is created with its element type.
-/// Raises 9 when `upper` is below 0, and for an array of several dimensions or with another lower
-/// bound, which cannot change; 10 and 7 as `resize`.
+/// `ReDim Preserve array(0 To upper)`. Raises 9 when `upper` is below 0, and for an array of
+/// several dimensions or with another lower bound, which cannot change; 10 and 7 as `resize`.
+void redimPreserve(SAFEARRAY* array, std::int64_t upper);
+/// The same of a variable's array; an unallocated one is created with its element type.
 void redimPreserve(VariantRef& variable, std::int64_t upper);
 
 }  // namespace quendal

@@ -48,10 +48,9 @@ void qSortInPlace(const VARIANT& array, std::int32_t lowerBound, std::int32_t up
   }
   if (order.mode != CompareMode::Binary && order.mode != CompareMode::Text)
     refuse(u"The CompareMode parameter is neither binary (0) nor text (1).");
-  LONG ownLower = 0;
-  LONG ownUpper = 0;
-  check(SafeArrayGetLBound(array.parray, 1, &ownLower));
-  check(SafeArrayGetUBound(array.parray, 1, &ownUpper));
+  // Counted here: the upper bound of an array without elements can lie beyond 32 bits.
+  const std::int64_t ownLower = array.parray->rgsabound[0].lLbound;
+  const std::int64_t ownUpper = ownLower + array.parray->rgsabound[0].cElements - 1;
   const std::int64_t lower = lowerBound == kOwnBound ? ownLower : lowerBound;
   const std::int64_t upper = upperBound == kOwnBound ? ownUpper : upperBound;
   const bool isWhole = lower == ownLower && upper == ownUpper;  // which may have no elements

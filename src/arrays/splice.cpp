@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <vector>
 
@@ -12,6 +13,8 @@ namespace quendal {
 namespace {
 
 Variant newArray(std::size_t count) {
+  // Not every system refuses a size of more than 32 bits.
+  if (count > std::numeric_limits<LONG>::max() / sizeof(VARIANT)) throw std::bad_alloc();
   SAFEARRAYBOUND bound{static_cast<ULONG>(count), 0};
   SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
   if (array == nullptr) throw std::bad_alloc();

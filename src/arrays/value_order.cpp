@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "arrays/merge_sort.h"
 #include "core/compare.h"
 #include "platform/sort_key.h"
 
@@ -66,11 +65,11 @@ struct NumberRecord {
 };
 
 // Numbers that are none come first, as one.
-NumberRecord numberRecord(const VARIANT& value, std::size_t index) {
+NumberRecord numberRecord(const VARIANT& value, std::uint32_t index) {
   const NumberKey key = numberOf(value).value_or(NumberKey{});
   const double number =
       key.value == key.value ? key.value : -std::numeric_limits<double>::infinity();
-  return {number, key.fine, static_cast<std::uint32_t>(index)};
+  return {number, key.fine, index};
 }
 
 bool isLess(const NumberRecord& a, const NumberRecord& b) noexcept {
@@ -87,12 +86,11 @@ struct TextRecord {
 
 constexpr std::size_t kStartUnits = 4;
 
-TextRecord textRecord(std::u16string_view text, std::size_t index) noexcept {
+TextRecord textRecord(std::u16string_view text, std::uint32_t index) noexcept {
   std::uint64_t start = 0;
   for (std::size_t i = 0; i < kStartUnits; ++i)
     start = start << 16 | (i < text.size() ? text[i] : char16_t{0});
-  return {start, text.data(), static_cast<std::uint32_t>(text.size()),
-          static_cast<std::uint32_t>(index)};
+  return {start, text.data(), static_cast<std::uint32_t>(text.size()), index};
 }
 
 bool isLess(const TextRecord& a, const TextRecord& b) noexcept {
@@ -102,32 +100,22 @@ bool isLess(const TextRecord& a, const TextRecord& b) noexcept {
          std::u16string_view(b.units, b.size).substr(kStartUnits);
 }
 
-/// What compares as a number beside a number and as a text beside a text.
-struct MixedRecord {
-  NumberRecord number;
-  TextRecord text;
-  bool isNumber;
-  std::uint32_t index;
-};
+using Positions = std::vector<std::uint32_t>;
 
-bool isLess(const MixedRecord& a, const MixedRecord& b) noexcept {
-  return a.isNumber && b.isNumber ? isLess(a.number, b.number) : isLess(a.text, b.text);
-}
-
-/// The texts of all values as they are compared. Where they are not the values' own, they stand
-/// one after another in `keys_`.
+/// Texts as they are compared. Where they are not the values' own, they stand one after another in
+/// `keys_`.
 class TextKeys {
  public:
-  TextKeys(const PlainValues& values, CompareMode mode, bool hasNumbers) {
-    texts_.reserve(values.size());
-    if (mode == CompareMode::Binary && !hasNumbers) {
-      for (std::size_t i = 0; i < values.size(); ++i) texts_.push_back(ownText(values.at(i)));
+  TextKeys(const PlainValues& values, const Positions& positions, CompareMode mode) {
+    texts_.reserve(positions.size());
+    if (mode == CompareMode::Binary) {
+      for (const std::uint32_t i : positions) texts_.push_back(ownText(values.at(i)));
       return;
     }
     std::vector<std::size_t> ends;
-    ends.reserve(values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      appendKey(values.at(i), mode);
+    ends.reserve(positions.size());
+    for (const std::uint32_t i : positions) {
+      platform::appendSortKey(ownText(values.at(i)), keys_);
       ends.push_back(keys_.size());
     }
     std::size_t start = 0;
@@ -137,72 +125,62 @@ class TextKeys {
     }
   }
 
-  [[nodiscard]] TextRecord record(std::size_t i) const noexcept { return textRecord(texts_[i], i); }
+  [[nodiscard]] std::u16string_view at(std::size_t i) const noexcept { return texts_[i]; }
 
  private:
   static std::u16string_view ownText(const VARIANT& value) noexcept {
     return value.vt == VT_BSTR ? viewOf(value.bstrVal) : std::u16string_view();
   }
 
-  void appendKey(const VARIANT& value, CompareMode mode) {
-    const bool isOwn = value.vt == VT_BSTR || value.vt == VT_EMPTY;
-    const std::u16string made = isOwn ? std::u16string() : textOf(value);
-    const std::u16string_view text = isOwn ? ownText(value) : made;
-    if (mode == CompareMode::Binary) {
-      keys_ += text;
-    } else {
-      platform::appendSortKey(text, keys_);
-    }
-  }
-
   std::u16string keys_;
   std::vector<std::u16string_view> texts_;
 };
 
-template <class MakeRecord>
-std::vector<std::uint32_t> sorted(std::size_t count, bool descending,
-                                  const MakeRecord& makeRecord) {
-  using Record = decltype(makeRecord(std::size_t{}));
+/// Appends the positions in the order of their records; `recordAt` makes the one of each place.
+template <class RecordAt>
+void appendSorted(std::size_t count, bool descending, const RecordAt& recordAt, Positions& order) {
+  using Record = decltype(recordAt(std::size_t{}));
   std::vector<Record> records;
   records.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) records.push_back(makeRecord(i));
-  const std::span<Record> all(records);
-  if (descending) {
-    mergeSort(all, [](const Record& a, const Record& b) { return isLess(b, a); });
-  } else {
-    mergeSort(all, [](const Record& a, const Record& b) { return isLess(a, b); });
-  }
-  std::vector<std::uint32_t> order(count);
-  std::ranges::transform(records, order.begin(), &Record::index);
-  return order;
+  for (std::size_t i = 0; i < count; ++i) records.push_back(recordAt(i));
+  const auto less = [descending](const Record& a, const Record& b) {
+    return descending ? isLess(b, a) : isLess(a, b);
+  };
+  if (!std::ranges::is_sorted(records, less)) std::ranges::stable_sort(records, less);
+  for (const Record& record : records) order.push_back(record.index);
 }
 
 }  // namespace
 
 std::vector<std::uint32_t> orderOf(const ArrayView& values, std::size_t first, std::size_t count,
                                    const SortOrder& order) {
-  if (count < 2) return std::vector<std::uint32_t>(count, 0);
+  if (count < 2) return Positions(count, 0);
   const PlainValues plain(values, first, count);
-  bool hasNumbers = false;
-  bool hasTexts = false;
-  for (std::size_t i = 0; i < count; ++i) {
-    const Kind kind = kindOf(plain.at(i));
-    hasNumbers = hasNumbers || kind == Kind::Number;
-    hasTexts = hasTexts || kind == Kind::Text;
+  std::vector<Kind> kinds;
+  kinds.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) kinds.push_back(kindOf(plain.at(i)));
+  const bool hasNumbers = std::ranges::find(kinds, Kind::Number) != kinds.end();
+  Positions numbers;
+  Positions texts;
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const bool isNumber = hasNumbers && kinds[i] != Kind::Text;
+    (isNumber ? numbers : texts).push_back(i);
   }
-  if (!hasTexts) {
-    return sorted(count, order.descending,
-                  [&](std::size_t i) { return numberRecord(plain.at(i), i); });
-  }
-  const TextKeys texts(plain, order.mode, hasNumbers);
-  if (!hasNumbers) {
-    return sorted(count, order.descending, [&](std::size_t i) { return texts.record(i); });
-  }
-  return sorted(count, order.descending, [&](std::size_t i) {
-    const VARIANT value = plain.at(i);
-    return MixedRecord{numberRecord(value, i), texts.record(i), value.vt != VT_BSTR,
-                       static_cast<std::uint32_t>(i)};
-  });
+
+  const TextKeys keys(plain, texts, order.mode);
+  Positions sorted;
+  sorted.reserve(count);
+  const auto appendTexts = [&] {
+    appendSorted(
+        texts.size(), order.descending,
+        [&](std::size_t i) { return textRecord(keys.at(i), texts[i]); }, sorted);
+  };
+  if (order.descending) appendTexts();
+  appendSorted(
+      numbers.size(), order.descending,
+      [&](std::size_t i) { return numberRecord(plain.at(numbers[i]), numbers[i]); }, sorted);
+  if (!order.descending) appendTexts();
+  return sorted;
 }
 
 }  // namespace quendal

@@ -18,10 +18,10 @@ struct SortOrder {
   bool descending = false;
 };
 
-/// Where the values from `first` on come from when they are in order: position 0 is `first`. Two
-/// numbers are compared by value, anything else as text; Empty is 0 beside a number, otherwise
-/// no text; an object is its default value. Equal values keep their order. Raises 94 for Null, 13
-/// for arrays and error values, and as plainValueOf for objects.
+/// Where the values from `first` on come from when they are in order: position 0 is `first`. Every
+/// number is less than any text; Empty is 0 where there are numbers, otherwise no text; an object
+/// is its default value. Equal values keep their order. Raises 94 for Null, 13 for arrays and error
+/// values, and as plainValueOf for objects.
 [[nodiscard]] std::vector<std::uint32_t> orderOf(const ArrayView& values, std::size_t first,
                                                  std::size_t count, const SortOrder& order);
 

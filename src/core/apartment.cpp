@@ -2,8 +2,6 @@
 
 #include <memory>
 
-#include "platform/thread_state.h"
-
 namespace quendal {
 
 void PageObjects::takeFrom(const Object& context) {
@@ -14,10 +12,26 @@ void PageObjects::takeFrom(const Object& context) {
   server = Object::from(context.get(u"Server"));
 }
 
-Apartment& apartment() noexcept {
-  return *static_cast<Apartment*>(platform::threadState(
-      []() -> void* { return std::make_unique<Apartment>().release(); },
-      [](void* state) { std::default_delete<Apartment>()(static_cast<Apartment*>(state)); }));
+void PageObjects::abandon() noexcept {
+  for (Object* const slot : {&session, &application, &request, &response, &server})
+    static_cast<void>(slot->release());
+}
+
+Apartment::~Apartment() { page.abandon(); }
+
+Apartment* apartmentIfAny() noexcept { return static_cast<Apartment*>(platform::threadState()); }
+
+Apartment& apartment() {
+  if (apartmentIfAny() == nullptr) platform::setThreadState(std::make_unique<Apartment>());
+  return *apartmentIfAny();
+}
+
+void setPendingError(std::int32_t number) noexcept {
+  try {
+    apartment().errorNumber = number;
+  } catch (const std::bad_alloc&) {
+    return;  // the call that needs the apartment raises this itself
+  }
 }
 
 }  // namespace quendal

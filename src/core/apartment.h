@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/thread_state.h"
+
 namespace quendal {
 
 /// The objects of the page that runs on this thread; all null outside a page.
@@ -20,6 +22,8 @@ struct PageObjects {
   /// Takes all five from a host's scripting context. Raises what the context raises; slots taken
   /// before the failure stay taken.
   void takeFrom(const Object& scriptingContext);
+  /// Forgets all five without releasing them.
+  void abandon() noexcept;
 };
 
 /// Replaces the three queries of a log stamp when the machine name is not empty. Nothing in the
@@ -40,7 +44,7 @@ struct OSVersionState {
   std::u16string servicePack;  // NUL and blanks included, as the system fills it
 };
 
-struct Apartment {
+struct Apartment final : platform::ThreadState {
   PageObjects page;
   std::int16_t groupDepth = 0;
   StampCache stampCache;
@@ -48,14 +52,26 @@ struct Apartment {
   /// The pending error's number, as a script would see it; 0 when there is none. Set when an
   /// ignored step or a member fails, cleared where a member starts afresh.
   std::int32_t errorNumber = 0;
+
+  /// Abandons a page that was not ended: its objects' modules may be gone by now.
+  ~Apartment() override;
 };
 
-/// The calling thread's own; created empty when the thread first touches the library, released
-/// when the thread ends.
-Apartment& apartment() noexcept;
+/// The calling thread's own; created empty when the thread first touches the library, destroyed
+/// when the thread ends. Throws std::bad_alloc when it cannot be created.
+Apartment& apartment();
+/// Null for a thread that has none yet.
+[[nodiscard]] Apartment* apartmentIfAny() noexcept;
 
-inline void clearError() noexcept { apartment().errorNumber = 0; }
-[[nodiscard]] inline std::int32_t pendingError() noexcept { return apartment().errorNumber; }
+/// A thread without an apartment gets one, unless memory is short.
+void setPendingError(std::int32_t number) noexcept;
+inline void clearError() noexcept {
+  if (Apartment* const own = apartmentIfAny()) own->errorNumber = 0;
+}
+[[nodiscard]] inline std::int32_t pendingError() noexcept {
+  const Apartment* const own = apartmentIfAny();
+  return own == nullptr ? 0 : own->errorNumber;
+}
 
 /// Runs one step whose failure is skipped: the error stays pending and the caller goes on.
 /// Returns whether the step succeeded.
@@ -65,11 +81,11 @@ bool ignoringErrors(Step&& step) {
     step();
     return true;
   } catch (const AutomationError& error) {
-    apartment().errorNumber = error.number();
+    setPendingError(error.number());
   } catch (const std::bad_alloc&) {
-    apartment().errorNumber = error_number::kOutOfMemory;
+    setPendingError(error_number::kOutOfMemory);
   } catch (const std::exception&) {
-    apartment().errorNumber = error_number::kInternal;
+    setPendingError(error_number::kInternal);
   }
   return false;
 }

@@ -146,21 +146,21 @@ std::span<const AnyFunction> dispatchEntries() noexcept {
 
 HRESULT publishCurrentException(EXCEPINFO* exception) noexcept {
   const auto outOfMemory = [exception] {
-    apartment().errorNumber = error_number::kOutOfMemory;
+    setPendingError(error_number::kOutOfMemory);
     return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory",
                    exception);
   };
   try {
     throw;
   } catch (const AutomationError& error) {
-    apartment().errorNumber = error.number();
+    setPendingError(error.number());
     return publish(error.code(), error.source(), error.description(), exception);
   } catch (const std::bad_alloc&) {
     return outOfMemory();
   } catch (const std::length_error&) {  // a text longer than any that memory could hold
     return outOfMemory();
   } catch (...) {
-    apartment().errorNumber = error_number::kInternal;
+    setPendingError(error_number::kInternal);
     return publish(errorCode(error_number::kInternal), kLibraryName, u"Internal error", exception);
   }
 }

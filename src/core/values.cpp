@@ -132,6 +132,8 @@ bool isMissing(const VARIANT& value) noexcept {
 Variant converted(const VARIANT& value, VARTYPE type) {
   const VARIANT source = follow(value);
   if (source.vt == VT_NULL) throw AutomationError(error_number::kInvalidNull);
+  // Some systems would make a text of bytes.
+  if ((source.vt & VT_ARRAY) != 0) throw AutomationError(error_number::kTypeMismatch);
   if (source.vt == VT_DISPATCH && source.pdispVal == nullptr)
     throw AutomationError(error_number::kObjectNotSet);
   if (source.vt == VT_DISPATCH || source.vt == VT_UNKNOWN) {

@@ -9,6 +9,14 @@ bool isSet(const Object& recordset, std::u16string_view flag) {
   return int32Of(recordset.get(flag)) != 0;
 }
 
+// Providers count in integers of any type, of which pages have only two.
+void writeCount(const Variant& count, JsonWriter& out,
+                const std::function<void(const VARIANT&)>& encode) {
+  const bool isInteger = count.vt >= VT_I1 && count.vt <= VT_UINT;
+  if (!isInteger) return encode(count);
+  out.putNumber(textOf(count));
+}
+
 void writeRow(const Object& recordset, JsonWriter& out,
               const std::function<void(const VARIANT&)>& encode) {
   bool isFirst = true;
@@ -54,7 +62,7 @@ void writeRecordset(const Object& recordset, JsonWriter& out,
       break;
     case kOpen:
       out.put(u"\"state\": \"open\",\"recordCount\": ");
-      encode(recordset.get(u"RecordCount"));
+      writeCount(recordset.get(u"RecordCount"), out, encode);
       out.put(u",\"rows\": [");
       writeRows(recordset, out, encode);
       out.put(u']');

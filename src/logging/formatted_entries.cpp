@@ -51,12 +51,13 @@ void Logging::beginBox(std::int16_t level) {
 
 std::u16string Logging::box(std::u16string_view text) {
   const std::u16string middle = boxedLine(text);
+  platform::AppendFile file = file_.open();
   const std::u16string border(middle.size(), u'*');
   std::u16string result = linePrefix();
   for (const std::u16string_view line : {std::u16string_view(border), std::u16string_view(middle),
                                          std::u16string_view(border), std::u16string_view()})
     result.append(kLineEnd).append(linePrefix()).append(line);
-  file_.append(result);
+  file_.append(std::move(file), result);
   return result;
 }
 

@@ -6,7 +6,6 @@
 #include "core/text_tools.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
-#include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/messages.h"
 
@@ -98,7 +97,7 @@ void LogFile::create() {
   raiseUnless(error);
   platform::pumpMessages();
   if (bannerWritten_) return;
-  append(banner_());
+  append(open(), banner_());
   bannerWritten_ = true;
 }
 
@@ -127,16 +126,21 @@ std::u16string LogFile::archiveName() const {
   }
 }
 
-void LogFile::append(std::u16string text) const {
+platform::AppendFile LogFile::open() const {
+  platform::AppendFile file(fullName_);
+  raiseUnless(file.error());
+  return file;
+}
+
+void LogFile::append(platform::AppendFile file, std::u16string text) const {
   text += kLineEnd;
   if (format_ == Format::Utf16) {
     // For a file whose creator has not come to it.
     text.insert(text.begin(), kByteOrderMark);
-    raiseUnless(
-        platform::appendToFile(fullName_, std::as_bytes(std::span(text)), sizeof kByteOrderMark));
+    raiseUnless(file.append(std::as_bytes(std::span(text)), sizeof kByteOrderMark));
   } else {
     const std::string bytes = platform::toSystemBytes(text);
-    raiseUnless(platform::appendToFile(fullName_, std::as_bytes(std::span(bytes))));
+    raiseUnless(file.append(std::as_bytes(std::span(bytes))));
   }
 }
 

@@ -14,6 +14,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files.h"
+
 namespace quendal {
 
 inline constexpr std::u16string_view kLineEnd = u"\r\n";
@@ -54,9 +56,11 @@ class LogFile {
   /// what the page's file-system object would: 52, 53, 57, 58, 61, 67, 70, 75 or 76.
   void ensure();
 
-  /// Appends a text and a line end to the existing file in one write. Raises as `ensure`; then
-  /// nothing was written.
-  void append(std::u16string text) const;
+  /// Opens the existing file for one entry, so that what prevents that is raised before the entry
+  /// is composed. Raises as `ensure`.
+  [[nodiscard]] platform::AppendFile open() const;
+  /// Appends a text and a line end in one write. Raises as `ensure`; then nothing was written.
+  void append(platform::AppendFile file, std::u16string text) const;
 
  private:
   void create();

@@ -53,24 +53,53 @@ struct PathStatus {
 /// of that name does.
 [[nodiscard]] FileError createFolder(std::u16string_view path) noexcept;
 
-/// Creates a file and writes `head`, unless an append was first to write that into it.
-/// AlreadyExists when there is a file or folder of that name, which is left alone. A file whose head
-/// cannot be written stays behind empty.
-[[nodiscard]] FileError createFile(std::u16string_view path,
-                                   std::span<const std::byte> head) noexcept;
+/// A file that is open for appending. Other processes may append to, read and rename it meanwhile.
+class AppendFile {
+ public:
+  enum class Open { Existing, New };
 
-/// Opens an existing file, writes all bytes at its end with one write and closes it. The first
-/// `headSize` of them are the head of a new file: they go only into one that is still empty.
-/// NotFound when there is no such file.
-///
-/// Other processes may append to, read and rename the file meanwhile. Each append finds the end and
-/// writes under a lock of its own, also across the machines of a network share, and the system
-/// takes the lock from a process that dies. Where a file system has no locks, appends exclude each
-/// other within one machine only. A write that ends early (disk full) is taken back. On Windows a
-/// file that another program does not share fails with PermissionDenied after a short wait (at most
-/// some 150 ms): scanners hold files for a moment.
-[[nodiscard]] FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
-                                     std::size_t headSize = 0) noexcept;
+  /// Opens an existing file, or creates one. NotFound and AlreadyExists, when it is the other way.
+  /// On Windows a file that another program does not share fails with PermissionDenied after a
+  /// short wait (at most some 150 ms): scanners hold files for a moment.
+  explicit AppendFile(std::u16string_view path, Open how = Open::Existing) noexcept;
+  AppendFile(AppendFile&& other) noexcept;
+  AppendFile& operator=(AppendFile&&) = delete;
+  ~AppendFile();
+
+  /// None, or why it is not open.
+  [[nodiscard]] FileError error() const noexcept { return error_; }
+
+  /// Writes all bytes at its end with one write, and closes it. The first `headSize` of them are
+  /// the head of a new file: they go only into one that is still empty.
+  ///
+  /// Each append finds the end and writes under a lock of its own, also across the machines of a
+  /// network share, and the system takes the lock from a process that dies. Where a file system has
+  /// no locks, appends exclude each other within one machine only. A write that ends early (disk
+  /// full) is taken back.
+  [[nodiscard]] FileError append(std::span<const std::byte> bytes,
+                                 std::size_t headSize = 0) noexcept;
+
+ private:
+  std::intptr_t native_ = -1;  // the system's handle
+  FileError error_;
+};
+
+/// Creates a file and writes `head`, unless an append was first to write that into it.
+/// AlreadyExists when there is a file or folder of that name, which is left alone. A file whose
+/// head cannot be written stays behind empty.
+[[nodiscard]] inline FileError createFile(std::u16string_view path,
+                                          std::span<const std::byte> head) noexcept {
+  AppendFile file(path, AppendFile::Open::New);
+  return file.error() == FileError::None ? file.append(head, head.size()) : file.error();
+}
+
+/// Appends to an existing file. NotFound when there is no such file.
+[[nodiscard]] inline FileError appendToFile(std::u16string_view path,
+                                            std::span<const std::byte> bytes,
+                                            std::size_t headSize = 0) noexcept {
+  AppendFile file(path);
+  return file.error() == FileError::None ? file.append(bytes, headSize) : file.error();
+}
 
 /// Renames a file; never replaces an existing one (AlreadyExists). NotFound when there is no such
 /// file, PathNotFound when a folder on either path is missing.
@@ -84,7 +113,9 @@ struct PathStatus {
 [[nodiscard]] FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes);
 
 /// Names of the files (not folders) of a folder, in the order of its listing; on POSIX, where that
-/// is arbitrary, in the order of their characters. Empty when the folder cannot be listed.
-[[nodiscard]] std::vector<std::u16string> listFiles(std::u16string_view folder);
+/// is arbitrary, in the order of their characters. Empty when the folder cannot be listed; `error`
+/// tells why, or None.
+[[nodiscard]] std::vector<std::u16string> listFiles(std::u16string_view folder,
+                                                    FileError* error = nullptr);
 
 }  // namespace quendal::platform

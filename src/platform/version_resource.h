@@ -51,13 +51,13 @@ class VersionResource {
 };
 
 /// Reads the version resource of a file; the file is closed again on return. Null when the file
-/// cannot be read, is no executable image (PE32, PE32+) or has none. Of several languages the one
-/// that the system prefers is taken: neutral, the user's, English, the first.
+/// cannot be read, is no executable image (PE32, PE32+) or has none. Of several languages Windows
+/// takes the one that it prefers for the user; elsewhere it is neutral, English, the first.
 [[nodiscard]] std::unique_ptr<VersionResource> readVersionResource(std::u16string_view path);
 
 /// Name of a language identifier in the form that the system gives it: "English" for 0x0409, with
-/// the country behind it on some systems. The neutral language (0) is the user's, or has a name of
-/// its own, as the system has it. Empty for an identifier that the system does not know.
+/// the country behind it on some systems. The neutral language (0) has the name that the system
+/// gives it; on POSIX it is English. Empty for an identifier that the system does not know.
 [[nodiscard]] std::u16string languageName(std::uint16_t language);
 
 }  // namespace quendal::platform

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "core/apartment.h"
+#include "core/compare.h"
 #include "platform/code_page.h"
 #include "platform/date_text.h"
 #include "platform/identities.h"
@@ -70,12 +71,12 @@ Boolean isDateText(const VARIANT& value, Test holds) {
   return booleanOf(result);
 }
 
-// Conversions in which "." is the decimal point wherever the library runs.
+// Conversions in which "." is the decimal point, whatever the server's settings are.
 Variant plainlyConverted(const VARIANT& value, VARTYPE type) {
-  constexpr LCID kEnglish = 0x409;
+  constexpr LCID kInvariant = 0x7F;
   VARIANT source = value;  // borrowed
   Variant result;
-  check(VariantChangeTypeEx(&result, &source, kEnglish, 0, type));
+  check(VariantChangeTypeEx(&result, &source, kInvariant, 0, type));
   return result;
 }
 
@@ -116,9 +117,12 @@ Variant StringFunctions::formatDateTime(VariantRef& date, VariantRef& format) {
 }
 
 Variant StringFunctions::numberToWords(const VARIANT& number) {
-  const VARIANT value = follow(number);
   return emptyOnError([&] {
+    const Variant value = plainValueOf(number);
     std::u16string text = plainNumberText(value);
+    // Some systems make an integer of what is no number.
+    const std::optional<NumberKey> key = numberOf(value);
+    if (key && std::isnan(key->value)) return text;
     if (!ignoringErrors([&] { (void)int32Of(value); })) return text;
     const std::u16string spellable = strings::spellable(text);
     bool isZero = false;

@@ -1,5 +1,6 @@
 #include "system/os_info.h"
 
+#include "core/apartment.h"
 #include "core/dictionary.h"
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -35,6 +36,10 @@ Variant dayNames(std::uint32_t firstItem) {
 }
 
 }  // namespace
+
+OsInfo::OsInfo() noexcept { clearError(); }
+
+OsInfo::~OsInfo() { clearError(); }
 
 std::u16string OsInfo::localeItem(std::uint32_t item) { return platform::localeText(item); }
 

@@ -14,6 +14,12 @@ class OsInfo {
  public:
   static constexpr std::u16string_view kClassName = u"ClsOSInfo";
 
+  /// Both clear the error state.
+  OsInfo() noexcept;
+  OsInfo(const OsInfo&) = delete;
+  OsInfo& operator=(const OsInfo&) = delete;
+  ~OsInfo();
+
   /// One item of the user's locale by its platform number; empty when there is none.
   template <std::uint32_t Item>
   std::u16string localeItem() {

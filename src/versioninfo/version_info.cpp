@@ -44,11 +44,16 @@ void VersionInfo::refresh() { record_ = versioninfo::readVersionRecord(fullPathN
 std::int32_t VersionInfo::listFileVersions(TextRef directory, const Object& dictionary) {
   constexpr std::int32_t kNoSuchFolder = -1;
   clearError();
-  std::u16string folder(directory.view());
+  // Absolute, as a drive alone is its current folder and takes no separator.
+  std::u16string folder = platform::absolutePath(directory.view());
   if (!platform::lookAt(folder).isFolder) return kNoSuchFolder;
-  if (folder.back() != u'\\' && folder.back() != u'/') folder += u'\\';
+  if (folder.back() != u'\\') folder += u'\\';
   std::vector<std::u16string> names;
-  ignoringErrors([&] { names = platform::listFiles(folder); });
+  ignoringErrors([&] {
+    auto error = platform::FileError::None;
+    names = platform::listFiles(folder, &error);
+    if (error != platform::FileError::None) throw AutomationError(static_cast<int>(error));
+  });
   for (const std::u16string& name : names) {
     ignoringErrors([&] {
       setFullPathName(folder + name);

@@ -90,6 +90,10 @@ TEST(Splice, ChangesNothingWhenItFails) {
   EXPECT_EQ(shownArray(variable.value()), "[1 8 9]");
   --variable.array()->cLocks;
 
+  PageVariable last(of(u"a", VT_VARIANT, INT32_MAX));
+  EXPECT_EQ(raisedBy([&] { arrays.splice(last.reference(), 0, 0, elementsOf(digits)); }), 9);
+  EXPECT_EQ(shownArray(last.value()), "2147483647[a]");
+
   PageVariable square(twoDimensions());
   EXPECT_EQ(raisedBy([&] { arrays.splice(square.reference(), 0, 1, {}); }), 9);
   EXPECT_EQ(raisedBy([&] { arrays.slice(square.reference(), Boolean::False, 0, 1); }), 9);

@@ -77,6 +77,11 @@ TEST(StackMembers, DoWhatTheHostLetsThemWithOtherShapes) {
               {shift, Free, from(1), "#9, 1[a b c]"},
               {unshift, Free, from(1), "~, 1[b b c]"},
               {shift, Free, from(-1), "#9, -1[a c c]"},
+              // Their upper bounds have no 32 bits, or none more.
+              {push, Free, of(u"", VT_VARIANT, INT32_MIN), "~, -2147483648[]"},
+              {pop, Free, of(u"", VT_VARIANT, INT32_MIN), "~, -2147483648[]"},
+              {shift, Free, of(u"", VT_VARIANT, INT32_MIN), "#9, -2147483648[]"},
+              {push, Free, of(u"a", VT_VARIANT, INT32_MAX), "~, 2147483647[a]"},
               {push, Free, twoDimensions(), "~, [~ ~]"},
               {pop, Free, twoDimensions(), "~, [~ ~]"},
               {shift, Free, twoDimensions(), "#9, [~ ~]"},
@@ -138,7 +143,8 @@ TEST(Members, RefuseWhatIsNoArrayWithTheirOwnName) {
               {u"Unshift", 1, Variant(Object()), u"Nothing"},
               {u"Slice", 2, Variant::missing(), u"Error"},
               {u"Splice", 2, Variant(Boolean::True), u"Boolean"},
-              {u"Reverse", 0, one, u"Long"}};
+              {u"Reverse", 0, one, u"Long"},
+              {u"Sort", 0, Variant(u"text"), u"String"}};
   for (const auto& row : rows) {
     std::vector<VARIANT> arguments(1 + row.arguments, one);
     arguments[0] = row.value;
@@ -181,12 +187,13 @@ TEST(StackMembers, TakeElementsOfTheArrayItselfAndTheWholeArray) {
   EXPECT_EQ(shownArray(arrays.pop(variable.reference())), "b");
 }
 
+struct Witness {
+  std::function<void()> look;
+  ~Witness() { look(); }
+};
+
 // An object that, as it is let go, looks at the array that it was an element of.
 TEST(StackMembers, HoldWhenAnElementLooksBackAsItGoes) {
-  struct Witness {
-    std::function<void()> look;
-    ~Witness() { look(); }
-  };
   ArrayFunctions arrays;
   PageVariable variable(of(u"abc"));
   std::string seen;
@@ -201,8 +208,35 @@ TEST(StackMembers, HoldWhenAnElementLooksBackAsItGoes) {
   EXPECT_EQ(std::exchange(seen, ""), "[b b c]");
   place();
   EXPECT_EQ(shownArray(arrays.shift(variable.reference())), "d");
-  EXPECT_EQ(seen, "[b c ~]");
+  EXPECT_EQ(seen, "[b c]");
   EXPECT_EQ(shownArray(variable.value()), "[b c]");
+}
+
+// The variable is an element of another array, which an object frees when it is asked or goes.
+TEST(StackMembers, HoldWhenTheVariableIsFreedMeanwhile) {
+  for (const Member member : {shift, unshift}) {
+    Variant outer = pageArray({of(u"abc")});
+    VARIANT& variable = *static_cast<VARIANT*>(outer.parray->pvData);
+    VARIANT inner = variable;
+    {
+      const auto witness = std::make_shared<Witness>();
+      witness->look = [&outer] { VariantClear(&outer); };
+      const auto value = [witness, isAsked = member == shift](auto) {
+        if (isAsked) witness->look();
+        return Variant(u"d");
+      };
+      const ArrayView view(inner);
+      static_cast<void>(Variant::attach(view.take(0)));
+      view.put(0, Variant(ScriptObject().defaultMember(value).object()).release());
+    }
+    VARIANT argument = referenceTo(variable);
+    VariantRef reference(VariantRef::kArgument, &argument);
+    member(reference);
+    EXPECT_EQ(outer.vt, VT_EMPTY);
+    // What is locked stays when its holder goes.
+    EXPECT_EQ(shownArray(inner), member == shift ? "[b c]" : "[x b c]");
+    EXPECT_EQ(VariantClear(&inner), S_OK);
+  }
 }
 
 }  // namespace

@@ -6,10 +6,10 @@
 
 #include <memory>
 
-#include "platform/module.h"
 #include "platform/temp_folder.h"
+#include "tests/component/windows_dll.h"
 
-namespace quendal {
+namespace quendal::test {
 namespace {
 
 struct Release {
@@ -46,15 +46,10 @@ Variant arrayOf(std::initializer_list<Variant> values) {
 class EarlyBoundTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    const std::u16string program = platform::ownModulePath();
-    const std::u16string folder = program.substr(0, program.rfind(u'\\') + 1);
-    module_ = LoadLibraryW(oleText((folder + u"QUENDAL_CLASSIC_ASP.DLL").c_str()));
-    ASSERT_NE(module_, nullptr);
-    ASSERT_EQ(call("DllRegisterServer"), S_OK);
+    ASSERT_EQ(LoadedModule(dllPath()).call("DllRegisterServer"), S_OK);
   }
   static void TearDownTestSuite() {
-    EXPECT_EQ(call("DllUnregisterServer"), S_OK);
-    FreeLibrary(module_);
+    EXPECT_EQ(LoadedModule(dllPath()).call("DllUnregisterServer"), S_OK);
   }
 
   template <class Class, class Interface>
@@ -65,15 +60,6 @@ class EarlyBoundTest : public ::testing::Test {
               S_OK);
     return Pointer<Interface>(static_cast<Interface*>(object));
   }
-
- private:
-  static HRESULT call(const char* name) {
-    using Entry = HRESULT STDMETHODCALLTYPE();
-    void* const entry = reinterpret_cast<void*>(GetProcAddress(module_, name));
-    return reinterpret_cast<Entry*>(entry)();
-  }
-
-  static inline HMODULE module_ = nullptr;
 };
 
 TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
@@ -140,4 +126,4 @@ TEST_F(EarlyBoundTest, TheFunctionsTakeListsArraysAndEnumerations) {
 }
 
 }  // namespace
-}  // namespace quendal
+}  // namespace quendal::test

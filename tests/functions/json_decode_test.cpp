@@ -8,8 +8,8 @@
 #include <cmath>
 #include <random>
 
-#include "tests/functions/json_object.h"
 #include "platform/stack.h"
+#include "tests/functions/json_object.h"
 #include "tests/support/small_stack.h"
 
 namespace quendal::test::json {
@@ -277,7 +277,7 @@ TEST(JsonDecode, NestsAsDeepOnASmallStackAsFitsAndNoDeeper) {
     for (const auto& [open, close] : brackets) {
       const std::size_t levels =
           deep / static_cast<std::size_t>(std::ranges::count_if(
-                      open, [](char16_t c) { return c == u'[' || c == u'{'; }));
+                     open, [](char16_t c) { return c == u'[' || c == u'{'; }));
       const std::u16string text = repeated(open, levels) + u"1" + repeated(close, levels);
       Variant value = decode(text);
       EXPECT_TRUE(viewOf(encode(value).bstrVal) == text);

@@ -85,6 +85,8 @@ TEST(JsonEncode, WritesEachKindOfValue) {
       {square(VT_BSTR), "13 QUENDAL_REPORTS_ASP: Type mismatch"},
       {Variant::array(SafeArrayCreateVector(VT_I4, 0, 1), VT_I4),
        "13 QUENDAL_REPORTS_ASP: Type mismatch"},
+      {arrayOf({Variant::array(SafeArrayCreateVector(VT_UI1, 0, 2), VT_UI1)}),
+       "13 QUENDAL_REPORTS_ASP: Type mismatch"},
       {dictionaryOf({}), "{}"},
       {dictionaryOf({{Variant(u"b"), number},
                      {Variant(u"a\"\n"), Variant(u"\n")},  // no escapes in keys
@@ -191,8 +193,9 @@ class Cursor {
   Cursor(std::int32_t state, std::vector<std::pair<Variant, Variant>> rows)
       : rows_(std::move(rows)) {
     cursor_.value(u"State", Variant(state));
-    const auto count = static_cast<std::int32_t>(rows_.size());
-    note(u"RecordCount", [count] { return Variant(count); });
+    note(u"RecordCount", [this, count = static_cast<std::int32_t>(rows_.size())] {
+      return converted(Variant(count), countType);
+    });
     note(u"BOF", [this] { return Variant(booleanOf(rows_.empty())); });
     note(u"EOF", [this] { return Variant(booleanOf(row_ >= rows_.size())); });
     note(u"MoveFirst", [this] {
@@ -219,6 +222,7 @@ class Cursor {
   std::string calls() { return std::exchange(calls_, {}); }
 
   bool refusesMoves = false;
+  VARTYPE countType = VT_I4;
 
  private:
   void note(std::u16string_view name, std::function<Variant()> call) {
@@ -251,6 +255,10 @@ TEST(JsonEncode, ReadsCursorsRowByRow) {
   Cursor empty(1, {});
   EXPECT_EQ(encoded(empty.object()), "{\"state\": \"open\",\"recordCount\": 0,\"rows\": []}");
   EXPECT_EQ(empty.calls(), "RecordCount MoveFirst BOF EOF MoveFirst");
+  for (const VARTYPE type : {VT_UI1, VT_UI2, VT_UI4, VT_I8, VT_UI8, VT_INT}) {
+    empty.countType = type;
+    EXPECT_EQ(encoded(empty.object()), "{\"state\": \"open\",\"recordCount\": 0,\"rows\": []}");
+  }
   empty.refusesMoves = true;
   EXPECT_EQ(encoded(empty.object()), "3021 cursor: no rows");
 

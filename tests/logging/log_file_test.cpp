@@ -25,7 +25,7 @@ LogFile logIn(const TempFolder& folder, std::u16string_view name = u"log.txt") {
 
 void write(LogFile& log, std::u16string_view text) {
   log.ensure();
-  log.append(std::u16string(text));
+  log.append(log.open(), std::u16string(text));
 }
 
 int errorOf(const std::function<void()>& step) {
@@ -121,7 +121,7 @@ TEST(LogFile, AFileOfTheRollOverSizeBecomesTheDaysArchive) {
       platform::upperCase(platform::formatDate(platform::localNow(), u"dd_MMM_yyyy"));
   LogFile log = logIn(folder, u"Log.txt");
   const auto fill = [&](std::size_t size) {  // with its line end, exactly `size` bytes
-    log.append(std::u16string(size - 2, u'x'));
+    log.append(log.open(), std::u16string(size - 2, u'x'));
   };
   log.ensure();
   ASSERT_EQ(platform::renameFile(folder / u"Log.txt", folder / u"aside"), FileError::None);
@@ -161,7 +161,7 @@ TEST(LogFile, FaultsRaiseAndTheLogWorksAgainWhenTheyAreGone) {
   log.setName(std::u16string(300, u'n'));
   EXPECT_EQ(errorOf([&] { log.ensure(); }), 52);
   log.setName(u"log.txt");
-  EXPECT_EQ(errorOf([&] { log.append(u"early"); }), 53);
+  EXPECT_EQ(errorOf([&] { log.append(log.open(), u"early"); }), 53);
   log.setFullName(u"");
   EXPECT_EQ(errorOf([&] { log.ensure(); }), 52);
   log.setName(u"log.txt");

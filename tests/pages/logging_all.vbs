@@ -5,20 +5,17 @@
 Option Explicit
 
 Class PageRequest
-  Private variables_
+  Public ServerVariables
   Private Sub Class_Initialize
-    Set variables_ = CreateObject("Scripting.Dictionary")
-    variables_.Add "ALL_HTTP", "HTTP_USER_AGENT:Browser/1.0"
-    variables_.Add "REMOTE_ADDR", "10.1.2.3"
-    variables_.Add "PATH_TRANSLATED", folder & "\Page.asp"
-    variables_.Add "REQUEST_METHOD", "GET"
-    variables_.Add "HTTP_USER_AGENT", "Browser/1.0"
-    variables_.Add "URL", "/Page.asp"
-    variables_.Add "QUERY_STRING", "a=1&b=2"
+    Set ServerVariables = CreateObject("Scripting.Dictionary")
+    ServerVariables.Add "ALL_HTTP", "HTTP_USER_AGENT:Browser/1.0"
+    ServerVariables.Add "REMOTE_ADDR", "10.1.2.3"
+    ServerVariables.Add "PATH_TRANSLATED", folder & "\Page.asp"
+    ServerVariables.Add "REQUEST_METHOD", "GET"
+    ServerVariables.Add "HTTP_USER_AGENT", "Browser/1.0"
+    ServerVariables.Add "URL", "/Page.asp"
+    ServerVariables.Add "QUERY_STRING", "a=1&b=2"
   End Sub
-  Public Property Get ServerVariables
-    Set ServerVariables = variables_
-  End Property
 End Class
 
 Class PageServer

@@ -112,6 +112,14 @@ TEST(PosixAutomation, EndlessReferencesEnd) {
   EXPECT_EQ(VariantCopyInd(&target.value, &loop), E_INVALIDARG);
 }
 
+TEST(PosixAutomation, RefusesDecimalsWithTooManyPlaces) {
+  Value target;
+  for (const VARTYPE type : {VT_BSTR, VT_R8, VT_CY})
+    EXPECT_EQ(
+        VariantChangeTypeEx(&target.value, decimal(~0U, ~0ULL, 255, true).source(), 0, 0, type),
+        E_INVALIDARG);
+}
+
 TEST(PosixAutomation, LongNumeralsAreReadExactly) {
   for (const char* numeral :
        {"9007199254740993", "9007199254740992.99999999999999999999999999999999999999999",

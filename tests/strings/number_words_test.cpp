@@ -1,6 +1,8 @@
 // NumberToWords.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "tests/strings/strings_object.h"
 #include "tests/support/script_object.h"
 #include "tests/support/text_rows.h"
@@ -40,6 +42,8 @@ TEST(NumberToWords, NeverRaises) {
       ScriptObject().defaultMember([](auto) { return Variant(std::int32_t{7}); }).object());
   EXPECT_EQ(called(u"NumberToWords", seven), "\"seven\"");
   EXPECT_EQ(called(u"NumberToWords", Variant()), "\"\"");
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(called(u"NumberToWords", none), inQuotes(platform::toUtf8(textOf(Variant(none)))));
   for (const Variant& wrong : {Variant::null(), Variant(ScriptObject().object()), Variant(Object()),
                                arrayOf({Variant(1)}), Variant::missing()}) {
     EXPECT_EQ(called(u"NumberToWords", wrong), "Empty");

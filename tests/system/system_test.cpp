@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "core/apartment.h"
+#include "core/dispatch.h"
+#include "system/os_info.h"
 #include "system/platform_block.h"
 #include "system/queries.h"
 
@@ -31,6 +33,15 @@ TEST(SystemQueries, TheSystemsNameIsNeverToldButItsRecordIsFilled) {
   EXPECT_EQ(system::queryBitText(), u"32 Bit");
   EXPECT_NE(system::queryIsWow64(), Boolean::True);
   EXPECT_EQ(system::querySpecialFolder(9999), u"");
+}
+
+TEST(OsInfo, ClearsTheErrorStateAsItComesAndGoes) {
+  apartment().errorNumber = 5;
+  Owned<OsInfo> info = Owned<OsInfo>::make();
+  EXPECT_EQ(pendingError(), 0);
+  apartment().errorNumber = 5;
+  info.reset();
+  EXPECT_EQ(pendingError(), 0);
 }
 
 TEST(PlatformBlock, RowsAreFilledToTheWidthAndNoFurther) {

@@ -6,6 +6,7 @@
 #include "core/guid.h"
 #include "core/names.h"
 #include "platform/module.h"
+#include "platform/windows/event_source.h"
 
 // In the system since Windows Vista, but not in every toolchain's headers.
 extern "C" {
@@ -31,6 +32,11 @@ const std::u16string& classesPath() {
   return path;
 }
 
+std::u16string eventSourcePath() {
+  return u"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\" +
+         std::u16string(plainText(platform::kEventSource));
+}
+
 HRESULT toResult(LSTATUS status) noexcept { return HRESULT_FROM_WIN32(static_cast<DWORD>(status)); }
 
 /// Creates a key below the classes of a scope and sets one of its text values.
@@ -43,16 +49,15 @@ HRESULT setValue(RegistrationScope scope, const std::u16string& key, const wchar
 
 bool keyExists(RegistrationScope scope, const std::u16string& key, REGSAM view) {
   HKEY opened = nullptr;
-  if (RegOpenKeyExW(rootOf(scope), wide(classesPath() + key), 0, KEY_READ | view, &opened) !=
-      ERROR_SUCCESS)
-    return false;
-  RegCloseKey(opened);
-  return true;
+  const LSTATUS status =
+      RegOpenKeyExW(rootOf(scope), wide(classesPath() + key), 0, KEY_READ | view, &opened);
+  if (status == ERROR_SUCCESS) RegCloseKey(opened);
+  return status != ERROR_FILE_NOT_FOUND;
 }
 
 /// Removes a key with all below it. What is not there is no error.
-HRESULT removeTree(RegistrationScope scope, const std::u16string& key) {
-  const LSTATUS status = RegDeleteTreeW(rootOf(scope), wide(classesPath() + key));
+HRESULT removeTree(RegistrationScope scope, const std::u16string& path) {
+  const LSTATUS status = RegDeleteTreeW(rootOf(scope), wide(path));
   return status == ERROR_FILE_NOT_FOUND ? S_OK : toResult(status);
 }
 
@@ -105,8 +110,26 @@ HRESULT unregisterTypeLibrary(RegistrationScope scope) {
       scope == RegistrationScope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
   const HRESULT code =
       remove(kLibraryId, kLibraryMajor, kLibraryMinor, LOCALE_NEUTRAL, kSystemKind);
-  // The system takes a library that is not registered for an invalid argument.
-  return keyExists(scope, u"TypeLib\\" + registryForm(kLibraryId), 0) ? code : S_OK;
+  // What is not registered is an error to the system. The bitnesses have keys of their own below
+  // that of the version, "1.0".
+  const std::u16string ownKey = u"TypeLib\\" + registryForm(kLibraryId) + u"\\1.0\\0\\" +
+                                (kSystemKind == SYS_WIN64 ? u"win64" : u"win32");
+  return keyExists(scope, ownKey, 0) ? code : S_OK;
+}
+
+/// The texts of events are shown through the system's own tool for events, in which every number
+/// has the event's text itself as its message. So the viewer holds no file of the component open.
+HRESULT registerEventSource() {
+  const std::u16string path = eventSourcePath();
+  const std::u16string_view file = u"%SystemRoot%\\System32\\EventCreate.exe";
+  LSTATUS status =
+      RegSetKeyValueW(HKEY_LOCAL_MACHINE, wide(path), L"EventMessageFile", REG_EXPAND_SZ,
+                      file.data(), static_cast<DWORD>((file.size() + 1) * sizeof(char16_t)));
+  const DWORD types = EVENTLOG_ERROR_TYPE | EVENTLOG_WARNING_TYPE | EVENTLOG_INFORMATION_TYPE;
+  if (status == ERROR_SUCCESS)
+    status = RegSetKeyValueW(HKEY_LOCAL_MACHINE, wide(path), L"TypesSupported", REG_DWORD, &types,
+                             sizeof(types));
+  return toResult(status);
 }
 
 }  // namespace
@@ -121,6 +144,7 @@ HRESULT registerComponent(RegistrationScope scope) noexcept {
         code = registerClass(scope, identity, modulePath);
     }
     if (SUCCEEDED(code)) code = registerTypeLibrary(scope, modulePath);
+    if (SUCCEEDED(code) && scope == RegistrationScope::Machine) code = registerEventSource();
     if (FAILED(code)) unregisterComponent(scope);
     return code;
   } catch (...) {
@@ -131,15 +155,21 @@ HRESULT registerComponent(RegistrationScope scope) noexcept {
 HRESULT unregisterComponent(RegistrationScope scope) noexcept {
   try {
     HRESULT result = unregisterTypeLibrary(scope);
+    const auto remove = [&](const std::u16string& path) {
+      const HRESULT code = removeTree(scope, path);
+      if (FAILED(code)) result = code;
+    };
+    bool otherIsThere = false;
     for (const CatalogueEntry& entry : catalogue()) {
       const ClassIdentity& identity = entry.description.identity();
       if (identity.programId.empty()) continue;
-      HRESULT code = removeTree(scope, classKey(identity));
-      if (FAILED(code)) result = code;
-      if (keyExists(scope, classKey(identity), kOtherBitness)) continue;
-      code = removeTree(scope, std::u16string(identity.programId));
-      if (FAILED(code)) result = code;
+      remove(classesPath() + classKey(identity));
+      if (keyExists(scope, classKey(identity), kOtherBitness))
+        otherIsThere = true;
+      else
+        remove(classesPath() + std::u16string(identity.programId));
     }
+    if (scope == RegistrationScope::Machine && !otherIsThere) remove(eventSourcePath());
     return result;
   } catch (...) {
     return E_OUTOFMEMORY;

@@ -19,6 +19,7 @@ class Descriptor {
 
   explicit operator bool() const noexcept { return descriptor_ >= 0; }
   [[nodiscard]] int get() const noexcept { return descriptor_; }
+  [[nodiscard]] int release() noexcept { return std::exchange(descriptor_, -1); }
 
   /// False, with errno set, when the system reports at the closing that a write which it had put
   /// off has failed, as network file systems do.

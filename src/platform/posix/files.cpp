@@ -90,17 +90,6 @@ int moveWithoutReplacing(const NativePath& from, const NativePath& to) noexcept 
   return code;
 }
 
-FileError openAndAppend(std::u16string_view path, int flags, std::span<const std::byte> bytes,
-                        std::size_t headSize) noexcept {
-  const NativePath target(path);
-  if (const FileError error = pathError(target); error != FileError::None) return error;
-  Descriptor file = openFile(target.c_str(), O_WRONLY | O_APPEND | flags, kFileMode);
-  if (!file) return fileError(errno, target);
-  const FileError error = appendOnce(file.get(), bytes, headSize);
-  if (error != FileError::None) return error;
-  return file.close() ? FileError::None : fileError(errno);
-}
-
 struct OpenFile {
   FileError error = FileError::None;
   Descriptor file{};
@@ -189,13 +178,26 @@ FileError createFolder(std::u16string_view path) noexcept {
   return lookAt(path).isFolder ? FileError::None : fileError(code, target);
 }
 
-FileError createFile(std::u16string_view path, std::span<const std::byte> head) noexcept {
-  return openAndAppend(path, O_CREAT | O_EXCL, head, head.size());
+AppendFile::AppendFile(std::u16string_view path, Open how) noexcept {
+  const NativePath target(path);
+  error_ = pathError(target);
+  if (error_ != FileError::None) return;
+  const int creation = how == Open::New ? O_CREAT | O_EXCL : 0;
+  Descriptor file = openFile(target.c_str(), O_WRONLY | O_APPEND | creation, kFileMode);
+  if (!file) error_ = fileError(errno, target);
+  native_ = file.release();
 }
 
-FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
-                       std::size_t headSize) noexcept {
-  return openAndAppend(path, 0, bytes, headSize);
+AppendFile::AppendFile(AppendFile&& other) noexcept
+    : native_(std::exchange(other.native_, -1)), error_(other.error_) {}
+
+AppendFile::~AppendFile() { const Descriptor file(static_cast<int>(native_)); }
+
+FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  Descriptor file(static_cast<int>(std::exchange(native_, -1)));
+  const FileError error = appendOnce(file.get(), bytes, headSize);
+  if (error != FileError::None) return error;
+  return file.close() ? FileError::None : fileError(errno);
 }
 
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {
@@ -239,11 +241,17 @@ FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
   return FileError::None;
 }
 
-std::vector<std::u16string> listFiles(std::u16string_view folder) {
+std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {
+  FileError ignored;
+  FileError& outcome = error != nullptr ? *error : ignored;
   const NativePath target(folder);
-  if (target.error() != FileError::None) return {};
+  outcome = target.error();
+  if (outcome != FileError::None) return {};
   const std::unique_ptr<DIR, CloseFolder> listing(::opendir(target.c_str()));
-  if (listing == nullptr) return {};
+  if (listing == nullptr) {
+    outcome = fileError(errno, target);
+    return {};
+  }
   std::vector<std::u16string> names;
   while (const dirent* entry = ::readdir(listing.get())) {
     if (!isFolder(listing.get(), *entry)) names.push_back(fromUtf8(entry->d_name));

@@ -1,13 +1,9 @@
 // English names of the language identifiers that are in use, as the system's own function tells
 // them on an English system.
-#include "platform/posix/user_language.h"
-
-#include <charconv>
+#include <cstdint>
 #include <string>
-#include <system_error>
+#include <string_view>
 
-#include "platform/code_page.h"
-#include "platform/locale.h"
 #include "platform/version_resource.h"
 
 namespace quendal::platform {
@@ -187,10 +183,8 @@ std::u16string languageName(std::uint16_t language) {
   unsigned primary = language & 0x3FF;
   unsigned sublanguage = language >> 10;
   if (primary == 0 && sublanguage <= kLastNeutral) {
-    // The system takes the neutral language as the user's.
-    const unsigned user = userLanguage();
-    primary = user & 0x3FF;
-    sublanguage = user >> 10;
+    primary = 0x09;
+    sublanguage = 1;
   }
   if (sublanguage >= 32) return {};
   for (const Language& entry : kLanguages) {
@@ -199,16 +193,6 @@ std::u16string languageName(std::uint16_t language) {
     }
   }
   return {};
-}
-
-std::uint16_t userLanguage() {
-  constexpr std::uint32_t kLanguageItem = 0x01;  // as hexadecimal digits
-  constexpr std::uint16_t kEnglishUnitedStates = 0x0409;
-  const std::string digits = toUtf8(localeText(kLanguageItem));
-  std::uint16_t language = 0;
-  const auto [end, error] =
-      std::from_chars(digits.data(), digits.data() + digits.size(), language, 16);
-  return error == std::errc() && language != 0 ? language : kEnglishUnitedStates;
 }
 
 }  // namespace quendal::platform

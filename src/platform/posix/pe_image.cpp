@@ -156,38 +156,20 @@ std::optional<std::uint64_t> findDirectory(ByteSource& source, std::uint64_t roo
   return found;
 }
 
-// Place of a language in the system's order; smaller comes first.
-int languageRank(std::uint32_t language, std::uint16_t userLanguage) {
-  constexpr std::uint32_t kPrimaryMask = 0x3FF;
-  if (language == 0) return 0;
-  if (language == userLanguage) return 1;
-  if (language == (userLanguage & kPrimaryMask)) return 2;
-  if (language == kEnglishUnitedStates) return 3;
-  return 4;
+// Smaller comes first.
+int languageRank(std::uint32_t language) {
+  constexpr std::uint32_t kNeutral = 0;
+  if (language == kNeutral) return 0;
+  return language == kEnglishUnitedStates ? 1 : 2;
 }
 
-// The data entry of the language that the system would take.
+// The data entry of the language to take.
 std::optional<std::uint64_t> findLanguage(ByteSource& source, std::uint64_t root,
-                                          std::uint64_t directory,
-                                          std::uint16_t (*userLanguage)()) {
+                                          std::uint64_t directory) {
   std::optional<ResourceEntry> best;
-  int bestRank = 0;
-  std::optional<std::uint16_t> user;
   scanNumberedEntries(source, directory, [&](const ResourceEntry& entry) {
     if (entry.isDirectory) return false;
-    if (!best) {
-      best = entry;
-      return false;
-    }
-    if (!user) {
-      user = userLanguage();
-      bestRank = languageRank(best->id, *user);
-    }
-    const int rank = languageRank(entry.id, *user);
-    if (rank < bestRank) {
-      best = entry;
-      bestRank = rank;
-    }
+    if (!best || languageRank(entry.id) < languageRank(best->id)) best = entry;
     return false;
   });
   if (!best) return {};
@@ -196,7 +178,7 @@ std::optional<std::uint64_t> findLanguage(ByteSource& source, std::uint64_t root
 
 }  // namespace
 
-std::vector<std::byte> readVersionBlock(ByteSource& source, std::uint16_t (*userLanguage)()) {
+std::vector<std::byte> readVersionBlock(ByteSource& source) {
   auto image = Image::open(source);
   if (!image) return {};
   const auto root = image->fileOffset(image->resourceAddress());
@@ -205,7 +187,7 @@ std::vector<std::byte> readVersionBlock(ByteSource& source, std::uint16_t (*user
   if (!type) return {};
   const auto name = findDirectory(source, *root, *type, kVersionName);
   if (!name) return {};
-  const auto language = findLanguage(source, *root, *name, userLanguage);
+  const auto language = findLanguage(source, *root, *name);
   if (!language) return {};
 
   std::array<std::byte, kResourceDataSize> data;

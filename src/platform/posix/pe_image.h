@@ -16,10 +16,8 @@ inline constexpr std::size_t kLongestVersionBlock = 0xFFFF;
 
 /// The block of the version resource (type 16, name 1), at most `kLongestVersionBlock` bytes; what
 /// is there of it when the file ends early. Empty when the file is no image or has no such
-/// resource. Of several languages the system's order decides: neutral, the user's, the user's
-/// without country, English (United States), the first that is listed. `userLanguage` is asked
-/// only when there are several.
-[[nodiscard]] std::vector<std::byte> readVersionBlock(ByteSource& image,
-                                                      std::uint16_t (*userLanguage)());
+/// resource. Of several languages the neutral one is taken, else English (United States), else the
+/// first that is listed.
+[[nodiscard]] std::vector<std::byte> readVersionBlock(ByteSource& image);
 
 }  // namespace quendal::platform

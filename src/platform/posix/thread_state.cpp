@@ -1,29 +1,42 @@
 #include "platform/thread_state.h"
 
+#include <pthread.h>
+
+#include <new>
+
 namespace quendal::platform {
 namespace {
 
-struct Holder {
-  void* state = nullptr;
-  void (*destroy)(void*) = nullptr;
+void onThreadEnd(void* value) {
+  const std::unique_ptr<ThreadState> state(static_cast<ThreadState*>(value));
+}
 
-  Holder() = default;
-  Holder(const Holder&) = delete;
-  Holder& operator=(const Holder&) = delete;
-  ~Holder() {
-    if (state != nullptr) destroy(state);
-  }
-};
+pthread_key_t madeKey() {
+  pthread_key_t key{};
+  if (::pthread_key_create(&key, &onThreadEnd) != 0) throw std::bad_alloc();
+  return key;
+}
+
+/// A key of the system's. Not `thread_local`, whose first use ends the process when memory is
+/// short. The key is never given back, as the library stays loaded.
+pthread_key_t ownKey() {
+  static const pthread_key_t key = madeKey();  // tried again by the next call when it throws
+  return key;
+}
 
 }  // namespace
 
-void* threadState(void* (*make)(), void (*destroy)(void*)) noexcept {
-  thread_local Holder holder;
-  if (holder.state == nullptr) {
-    holder.destroy = destroy;
-    holder.state = make();
+ThreadState* threadState() noexcept {
+  try {
+    return static_cast<ThreadState*>(::pthread_getspecific(ownKey()));
+  } catch (const std::bad_alloc&) {
+    return nullptr;
   }
-  return holder.state;
+}
+
+void setThreadState(std::unique_ptr<ThreadState> state) {
+  if (::pthread_setspecific(ownKey(), state.get()) != 0) throw std::bad_alloc();
+  static_cast<void>(state.release());
 }
 
 }  // namespace quendal::platform

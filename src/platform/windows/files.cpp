@@ -140,14 +140,6 @@ FileHandle openForAppending(const Path& path, DWORD disposition) noexcept {
   }
 }
 
-FileError openAndAppend(std::u16string_view path, DWORD disposition,
-                        std::span<const std::byte> bytes, std::size_t headSize) noexcept {
-  const Path target(path);
-  if (const FileError error = pathError(path, target); error != FileError::None) return error;
-  const FileHandle file = openForAppending(target, disposition);
-  return file ? appendOnce(file.get(), bytes, headSize) : lastError();
-}
-
 struct OpenFile {
   FileError error = FileError::None;
   FileHandle file{nullptr};
@@ -216,13 +208,26 @@ FileError createFolder(std::u16string_view path) noexcept {
   return lookAt(path).isFolder ? FileError::None : error;
 }
 
-FileError createFile(std::u16string_view path, std::span<const std::byte> head) noexcept {
-  return openAndAppend(path, CREATE_NEW, head, head.size());
+AppendFile::AppendFile(std::u16string_view path, Open how) noexcept {
+  const Path target(path);
+  error_ = pathError(path, target);
+  if (error_ != FileError::None) return;
+  FileHandle file = openForAppending(target, how == Open::New ? CREATE_NEW : OPEN_EXISTING);
+  if (file) {
+    native_ = reinterpret_cast<std::intptr_t>(file.release());
+  } else {
+    error_ = lastError();
+  }
 }
 
-FileError appendToFile(std::u16string_view path, std::span<const std::byte> bytes,
-                       std::size_t headSize) noexcept {
-  return openAndAppend(path, OPEN_EXISTING, bytes, headSize);
+AppendFile::AppendFile(AppendFile&& other) noexcept
+    : native_(std::exchange(other.native_, -1)), error_(other.error_) {}
+
+AppendFile::~AppendFile() { const FileHandle file(reinterpret_cast<HANDLE>(native_)); }
+
+FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  const FileHandle file(reinterpret_cast<HANDLE>(std::exchange(native_, -1)));
+  return appendOnce(file.get(), bytes, headSize);
 }
 
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {
@@ -264,16 +269,24 @@ FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
   return FileError::None;
 }
 
-std::vector<std::u16string> listFiles(std::u16string_view folder) {
+std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {
+  FileError ignored;
+  FileError& outcome = error != nullptr ? *error : ignored;
   std::u16string pattern(folder);
   if (!endsInSeparator(pattern)) pattern += u'\\';
   pattern += u'*';
   const Path target(pattern);
-  if (folder.empty() || target.error() != FileError::None) return {};
+  outcome = folder.empty() ? FileError::BadFileName : target.error();
+  if (outcome != FileError::None) return {};
   WIN32_FIND_DATAW entry;
   const SearchHandle search(
       FindFirstFileExW(target.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0));
-  if (!search) return {};
+  if (!search) {
+    outcome = lastError();
+    // A drive's root without any entry is no failure.
+    if (outcome == FileError::NotFound) outcome = FileError::None;
+    return {};
+  }
   std::vector<std::u16string> names;
   do {
     if (!isFolderAttribute(entry.dwFileAttributes)) {

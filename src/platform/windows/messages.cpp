@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/windows/event_source.h"
 #include "platform/windows/wide.h"
 
 namespace quendal::platform {
@@ -14,8 +15,6 @@ namespace {
 // the system delivers during the wait by itself.
 constexpr DWORD kAwaitedInput = 0xBF;
 
-constexpr const wchar_t* kEventSource = L"QUENDAL_REPORTS_ASP";
-constexpr DWORD kEvent = 1;
 constexpr std::size_t kMaxLine = 2048;
 
 }  // namespace

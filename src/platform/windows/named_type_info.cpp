@@ -6,15 +6,6 @@
 namespace quendal::platform {
 namespace {
 
-// The wrapper's code must stay while a client holds it, even when no object of the library is left
-// and the host unloads it. The system's own type information has no such bond, so it is kept here
-// by keeping the library for good, once type information was asked for.
-void keepOwnModule() noexcept {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                     reinterpret_cast<const wchar_t*>(&keepOwnModule), &module);
-}
-
 class NamedTypeInfo final : public ITypeInfo {
  public:
   NamedTypeInfo(Reference<ITypeInfo> info, std::u16string_view name)
@@ -114,9 +105,7 @@ class NamedTypeInfo final : public ITypeInfo {
 }  // namespace
 
 ITypeInfo* nameTypeInfo(Reference<ITypeInfo> info, std::u16string_view name) {
-  ITypeInfo* const wrapper = std::make_unique<NamedTypeInfo>(std::move(info), name).release();
-  keepOwnModule();
-  return wrapper;
+  return std::make_unique<NamedTypeInfo>(std::move(info), name).release();
 }
 
 }  // namespace quendal::platform

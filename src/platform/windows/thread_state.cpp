@@ -2,60 +2,41 @@
 
 #include <quendal/automation.h>
 
-#include <memory>
+#include <new>
 
 namespace quendal::platform {
 namespace {
 
-struct Entry {
-  void* state;
-  void (*destroy)(void*);
-
-  Entry(void* madeState, void (*destroyState)(void*)) : state(madeState), destroy(destroyState) {}
-  Entry(const Entry&) = delete;
-  Entry& operator=(const Entry&) = delete;
-  ~Entry() { destroy(state); }
-};
-
 void CALLBACK onThreadEnd(void* value) {
-  const std::unique_ptr<Entry> entry(static_cast<Entry*>(value));
+  const std::unique_ptr<ThreadState> state(static_cast<ThreadState*>(value));
 }
 
-/// Whether the process is ending, when other modules may already be gone.
-bool processIsEnding() noexcept {
-  using Function = BOOLEAN WINAPI();
-  const auto address = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlDllShutdownInProgress");
-  auto* const isEnding = reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
-  return isEnding != nullptr && isEnding() != FALSE;
+DWORD madeIndex() {
+  const DWORD index = FlsAlloc(&onThreadEnd);
+  if (index == FLS_OUT_OF_INDEXES) throw std::bad_alloc();
+  return index;
 }
 
-/// A fiber-local slot, whose callback runs when a thread ends and, for what is left, when the
-/// module is unloaded. Not `thread_local`: with MinGW its storage is gone before the destructors
-/// of what is in it run.
-class Slot {
- public:
-  Slot() noexcept : index_(FlsAlloc(&onThreadEnd)) {}
-  Slot(const Slot&) = delete;
-  Slot& operator=(const Slot&) = delete;
-  ~Slot() {
-    if (!processIsEnding()) FlsFree(index_);
-  }
-  [[nodiscard]] DWORD index() const noexcept { return index_; }
-
- private:
-  DWORD index_;
-};
+/// A fiber-local slot. Not `thread_local`: with MinGW its storage is gone before the destructors of
+/// what is in it run. The slot is never given back, as the library stays loaded.
+DWORD ownIndex() {
+  static const DWORD index = madeIndex();  // tried again by the next call when it throws
+  return index;
+}
 
 }  // namespace
 
-void* threadState(void* (*make)(), void (*destroy)(void*)) noexcept {
-  static const Slot slot;
-  auto* entry = static_cast<Entry*>(FlsGetValue(slot.index()));
-  if (entry == nullptr) {
-    entry = std::make_unique<Entry>(make(), destroy).release();
-    FlsSetValue(slot.index(), entry);
+ThreadState* threadState() noexcept {
+  try {
+    return static_cast<ThreadState*>(FlsGetValue(ownIndex()));
+  } catch (const std::bad_alloc&) {
+    return nullptr;
   }
-  return entry->state;
+}
+
+void setThreadState(std::unique_ptr<ThreadState> state) {
+  if (FlsSetValue(ownIndex(), state.get()) == FALSE) throw std::bad_alloc();
+  static_cast<void>(state.release());
 }
 
 }  // namespace quendal::platform

@@ -42,6 +42,7 @@ class OwnedHandle {
 
   explicit operator bool() const noexcept { return static_cast<bool>(handle_); }
   [[nodiscard]] HANDLE get() const noexcept { return handle_.get(); }
+  [[nodiscard]] HANDLE release() noexcept { return handle_.release(); }
 
  private:
   std::unique_ptr<void, Close> handle_;

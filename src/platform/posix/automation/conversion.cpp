@@ -345,6 +345,7 @@ bool isObject(VARTYPE type) noexcept { return type == VT_DISPATCH || type == VT_
 HRESULT convert(const VARIANT& value, USHORT flags, VARTYPE type, VARIANT& result) noexcept {
   if (((value.vt | type) & VT_ARRAY) != 0) return DISP_E_TYPEMISMATCH;
   if (value.vt == VT_ERROR || type == VT_ERROR) return DISP_E_TYPEMISMATCH;
+  if (value.vt == VT_DECIMAL && !isDecimal(value.decVal)) return E_INVALIDARG;
   if (type == VT_NULL) return S_OK;
   if (value.vt == VT_NULL) return DISP_E_TYPEMISMATCH;
   if (type == VT_EMPTY) return S_OK;

@@ -255,9 +255,11 @@ class DateReader {
                         {yearOf(a), b.value, 1}});
     }
     if (count_ != 3) return std::nullopt;
-    return isYearOnly(a)
-               ? firstDate({{yearOf(a), b.value, c.value}, {yearOf(a), c.value, b.value}})
-               : firstDate({{yearOf(c), a.value, b.value}, {yearOf(c), b.value, a.value}});
+    const CivilDate yearMonthDay{yearOf(a), b.value, c.value};
+    const CivilDate yearDayMonth{yearOf(a), c.value, b.value};
+    if (isYearOnly(a)) return firstDate({yearMonthDay, yearDayMonth});
+    return firstDate(
+        {{yearOf(c), a.value, b.value}, yearMonthDay, yearDayMonth, {yearOf(c), b.value, a.value}});
   }
 
   bool finish(double& date) const noexcept {

@@ -12,6 +12,7 @@ namespace {
 constexpr UInt128 kLargestMagnitude = ~UInt128{0};
 constexpr int kLargestPower = 38;  // 10^38 is the last power of ten that has 128 bits
 constexpr int kDecimalPlaces = 28;
+constexpr BYTE kDecimalNegative = 0x80;
 constexpr std::int64_t kLargestExponent = 1'000'000'000'000;  // beyond any length of text
 
 constexpr auto kPowers = [] {
@@ -217,6 +218,10 @@ std::optional<double> toReal(const ExactNumber& number) noexcept {
   return number.negative ? -result : result;
 }
 
+bool isDecimal(const DECIMAL& decimal) noexcept {
+  return decimal.scale <= kDecimalPlaces && (decimal.sign & ~kDecimalNegative) == 0;
+}
+
 ExactNumber exactOf(const DECIMAL& decimal) noexcept {
   ExactNumber number;
   number.magnitude = UInt128{decimal.Hi32} << 64 | decimal.Lo64;
@@ -242,7 +247,7 @@ std::optional<DECIMAL> toDecimal(ExactNumber number) noexcept {
   }
   if (!rounded || *rounded > kLargest) return std::nullopt;
   decimal.scale = static_cast<BYTE>(places);
-  decimal.sign = number.negative && *rounded != 0 ? 0x80 : 0;
+  decimal.sign = number.negative && *rounded != 0 ? kDecimalNegative : 0;
   decimal.Hi32 = static_cast<ULONG>(*rounded >> 64);
   decimal.Lo64 = static_cast<std::uint64_t>(*rounded);
   return decimal;

@@ -137,7 +137,9 @@ NumberText realText(double value, int digits) noexcept {
 
   const Scientific number = scientificOf(std::fabs(value), digits);
   const std::string_view significant(number.digits.data(), number.count);
-  if (number.exponent < -4 || number.exponent >= digits) {
+  const int decimals = static_cast<int>(number.count) - 1 - number.exponent;
+  const bool isTooSmall = number.exponent < 0 && decimals > digits;
+  if (isTooSmall || number.exponent >= digits) {
     append(text, significant[0]);
     if (significant.size() > 1) append(text, '.');
     append(text, significant.substr(1));

@@ -34,6 +34,9 @@ struct ExactNumber {
 /// The nearest double; nothing when there is none that large.
 [[nodiscard]] std::optional<double> toReal(const ExactNumber& number) noexcept;
 
+/// False for what only its maker takes for a decimal: too many places, or an unknown sign.
+[[nodiscard]] bool isDecimal(const DECIMAL& decimal) noexcept;
+
 [[nodiscard]] ExactNumber exactOf(const DECIMAL& decimal) noexcept;
 
 /// Nothing when the number has more than 96 bits before the point. Digits after the 28th decimal
@@ -51,8 +54,9 @@ struct NumberText {
 [[nodiscard]] NumberText integerText(std::int64_t value) noexcept;
 [[nodiscard]] NumberText integerText(std::uint64_t value) noexcept;
 
-/// Plain or, for an exponent below -4 or from `digits` on, scientific ("1.5E+20", "1E-05"), with
-/// at most `digits` significant digits: 15 for a double, 7 for a single.
+/// With at most `digits` significant digits, 15 for a double and 7 for a single. Plain while that
+/// takes no more than `digits` digits before the point, or after it for a number below 1; otherwise
+/// scientific ("1.5E+20", "3.33333333333333E-02").
 [[nodiscard]] NumberText realText(double value, int digits) noexcept;
 
 /// Plain digits without trailing zeros after the point: for currency and decimals, whose exponent
