@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace quendal::fuzz;
   static Sandbox sandbox;
   static const bool isReady = [] {
-    checkTables();
+    prepareCalls();
     allocationRule.largest = kLargestBlock;
     std::atexit([] { reportCalls(stderr); });
     return true;

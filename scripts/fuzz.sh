@@ -22,7 +22,7 @@ for source in "$root"/fuzz/*_fuzz.cpp; do
   seeds=$root/fuzz/seeds/$name
   mkdir -p "$corpus"
   [ ! -d "$seeds" ] || cp -n "$seeds"/* "$corpus"
-  if "$out/fuzz/$name" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 \
+  if "$out/fuzz/$name" -max_total_time="$seconds" -timeout=20 -rss_limit_mb=4096 -entropic=0 \
       -artifact_prefix="$out/findings/$name-" "$corpus" >"$out/$name.log" 2>&1; then
     echo "$name: clean, $(grep -o 'stat::number_of_executed_units: *[0-9]*\|Done [0-9]* runs' "$out/$name.log" | tail -n 1)"
     grep -E '^(calls|not reached): ' "$out/$name.log" | cut -c 1-400 | sed 's/^/  /' || true

@@ -40,15 +40,21 @@ run_lint() {
 run_native() {
   say "== native"
   need_native && need libgtest-dev || { skip_home native; return; }
-  build asan quendal_tests || { failed=$((failed + 1)); return; }
+  build asan quendal_tests short_memory || { failed=$((failed + 1)); return; }
   local log=$root/build/asan/tests.log status=0
   "$root/build/asan/tests/quendal_tests" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?
   count_gtest "$log" "$status"
+  check "every member when memory is short" memory_is_short
   build native describe || { failed=$((failed + 1)); return; }
   check "the interface definition is what the tables tell (tools/describe idl)" \
     diff -u "$root/src/component/QUENDAL_REPORTS_ASP.idl" <("$root/build/native/describe" idl)
   check "the reference is what the tables tell (tools/describe reference)" \
     diff -u "$root/docs/reference.md" <("$root/build/native/describe" reference "$root/docs/reference")
+}
+
+memory_is_short() {  # says nothing unless it fails
+  local log=$root/build/asan/short_memory.log
+  "$root/build/asan/fuzz/short_memory" >"$log" 2>&1 || { tail -n 60 "$log" >&2; return 1; }
 }
 
 page() {  # page BITS PAGE: runs a page in the script host, which ends well, and compares its output

@@ -10,13 +10,15 @@ namespace quendal::fuzz {
 /// What of the memory that is asked for is refused, while `active`.
 struct AllocationRule {
   bool active = false;
-  std::size_t largest = SIZE_MAX;    // bytes
-  std::uint64_t requests = 0;        // counted while active
-  std::uint64_t refusedRequest = 0;  // the one of them that fails; 0 for none
+  std::size_t largest = SIZE_MAX;           // bytes
+  std::uint64_t requests = 0;               // counted while active
+  std::uint64_t firstRefused = UINT64_MAX;  // from this one of them on
+  std::uint64_t lastRefused = UINT64_MAX;
 
   [[nodiscard]] bool refuses(std::size_t size) noexcept {
     if (!active) return false;
-    return size > largest || ++requests == refusedRequest;
+    ++requests;
+    return size > largest || (requests >= firstRefused && requests <= lastRefused);
   }
 };
 extern AllocationRule allocationRule;

@@ -26,12 +26,7 @@ struct Tally {
 };
 
 Tally& tally() {
-  static Tally instance = [] {
-    Tally empty;
-    for (const CatalogueEntry& entry : catalogue())
-      empty.rows.emplace_back(entry.description.members().size());
-    return empty;
-  }();
+  static Tally instance;
   return instance;
 }
 
@@ -41,7 +36,6 @@ const AnyFunction* tableOf(IDispatch* object) noexcept {
 }
 
 struct Target {
-  IDispatch* object;  // not held
   const ClassDescription& description;
   std::size_t classIndex;
   std::size_t rowIndex;
@@ -256,26 +250,28 @@ Object libraryObject(Page& page, std::size_t classIndex) {
   }
 }
 
-void callAnything(Page& page) {
+void callMember(Page& page, std::size_t classIndex, std::size_t rowIndex, Way way) {
   if (!page.enterCall()) return;
-  const auto classes = catalogue();
-  const std::size_t classIndex = page.in.below(classes.size());
-  const ClassDescription& description = classes[classIndex].description;
-  const std::size_t rowIndex = page.in.below(description.members().size());
+  const ClassDescription& description = catalogue()[classIndex].description;
   const std::size_t first = page.in.byte();
   if (heldObject(page, description, first) == nullptr)
     Page::store(page.variable(first), Variant(libraryObject(page, classIndex)));
-  if (IDispatch* const object = heldObject(page, description, first)) {
-    const Target target{object, description, classIndex, rowIndex};
-    const bool trims = target.row().name == u"TrimToSize";
-    const Object kept(trims ? object : nullptr);
-    page.in.byte() % 2 == 0 ? callByName(page, target) : callThroughTable(page, target);
-    if (trims) giveCapacity(kept);
-  }
+  const Target target{description, classIndex, rowIndex};
+  // A builder is kept here only where no page code runs.
+  const bool trims = target.row().name == u"TrimToSize";
+  const Object kept(trims ? heldObject(page, description, first) : nullptr);
+  way == Way::ByName ? callByName(page, target) : callThroughTable(page, target);
+  if (kept) giveCapacity(kept);
   page.leaveCall();
 }
 
-void reportCalls(std::FILE* out) {
+void callAnything(Page& page) {
+  const std::size_t classIndex = page.in.below(catalogue().size());
+  const std::size_t rowIndex = page.in.below(catalogue()[classIndex].description.members().size());
+  callMember(page, classIndex, rowIndex, page.in.byte() % 2 == 0 ? Way::ByName : Way::ThroughTable);
+}
+
+bool reportCalls(std::FILE* out) {
   std::size_t rows = 0, byName = 0, byTable = 0;
   std::u16string missing;
   for (std::size_t i = 0; i < tally().rows.size(); ++i) {
@@ -283,27 +279,28 @@ void reportCalls(std::FILE* out) {
     for (std::size_t j = 0; j < tally().rows[i].size(); ++j) {
       const RowCount& count = tally().rows[i][j];
       ++rows;
-      byName += count.byName > 0;
-      byTable += count.byTable > 0;
+      if (count.byName > 0) ++byName;
+      if (count.byTable > 0) ++byTable;
       if (count.byName > 0 && count.byTable > 0) continue;
-      missing.append(u" ")
-          .append(description.identity().name)
-          .append(u".")
-          .append(description.members()[j].name);
+      missing.append(u" ").append(description.identity().name).append(u".");
+      missing.append(description.members()[j].name);
     }
   }
   std::fprintf(out, "calls: %llu, rows reached: %zu of %zu (invoke), %zu of %zu (table)\n",
                static_cast<unsigned long long>(tally().calls), byName, rows, byTable, rows);
   if (!missing.empty()) std::fprintf(out, "not reached:%s\n", platform::toUtf8(missing).c_str());
+  return missing.empty();
 }
 
-void checkTables() {
-  for (const CatalogueEntry& entry : catalogue())
-    for (const MemberRow& row : entry.description.members())
-      if (!canCall(row)) {
-        std::fprintf(stderr, "no way to call %s\n", platform::toUtf8(row.name).c_str());
-        std::abort();
-      }
+void prepareCalls() {
+  for (const CatalogueEntry& entry : catalogue()) {
+    tally().rows.emplace_back(entry.description.members().size());
+    for (const MemberRow& row : entry.description.members()) {
+      if (canCall(row)) continue;
+      std::fprintf(stderr, "no way to call %s\n", platform::toUtf8(row.name).c_str());
+      std::abort();
+    }
+  }
 }
 
 }  // namespace quendal::fuzz

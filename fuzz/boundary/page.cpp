@@ -70,10 +70,11 @@ Page::~Page() {
     }
     for (const Object& dictionary : std::exchange(cyclic_, {}))
       Dictionary::from(dictionary)->removeAll();
-    Apartment& own = apartment();
-    own.groupDepth = 0;
-    own.errorNumber = 0;
-    const PageObjects ended = std::exchange(own.page, {});
+    if (Apartment* const own = apartmentIfAny()) {
+      own->groupDepth = 0;
+      own->errorNumber = 0;
+      const PageObjects ended = std::exchange(own->page, {});
+    }
     SetErrorInfo(0, nullptr);
     unlockAll();
     if (round == 0) budget_ = 0;

@@ -124,8 +124,6 @@ int __real_unlink(const char* path);
 int __real_rename(const char* from, const char* to);
 int __real_renameat2(int fromFolder, const char* from, int toFolder, const char* to,
                      unsigned flags);
-int __real_link(const char* from, const char* to);
-int __real_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags);
 DIR* __real_opendir(const char* path);
 int __real_clock_nanosleep(clockid_t clock, int flags, const timespec* time, timespec* left);
 int __real_getaddrinfo(const char* host, const char* service, const addrinfo* hints,
@@ -160,12 +158,6 @@ int __wrap_renameat2(int fromFolder, const char* from, int toFolder, const char*
                      unsigned flags) {
   const bool may = mayChange(from) && mayChange(to);
   return may ? __real_renameat2(fromFolder, from, toFolder, to, flags) : -1;
-}
-int __wrap_link(const char* from, const char* to) {
-  return mayChange(from) && mayChange(to) ? __real_link(from, to) : -1;
-}
-int __wrap_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
-  return mayChange(to) ? __real_linkat(fromFolder, from, toFolder, to, flags) : -1;
 }
 DIR* __wrap_opendir(const char* path) { return mayRead(path) ? __real_opendir(path) : nullptr; }
 
