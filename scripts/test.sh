@@ -54,7 +54,7 @@ run_native() {
 
 memory_is_short() {  # says nothing unless it fails
   local log=$root/build/asan/short_memory.log
-  "$root/build/asan/fuzz/short_memory" >"$log" 2>&1 || { tail -n 60 "$log" >&2; return 1; }
+  "$root/build/asan/fuzz/short_memory" quick >"$log" 2>&1 || { tail -n 60 "$log" >&2; return 1; }
 }
 
 page() {  # page BITS PAGE: runs a page in the script host, which ends well, and compares its output

@@ -104,7 +104,9 @@ DECIMAL anyDecimal(Page& page) {
   DECIMAL value{};
   value.Hi32 = page.in.byte() % 2 == 0 ? 0 : page.in.number<ULONG>();
   value.Lo64 = page.in.byte() % 2 == 0 ? page.in.byte() : page.in.number<std::uint64_t>();
-  value.scale = page.in.byte() % 2 == 0 ? page.in.byte() % 29 : page.in.byte();
+  const bool isUsual = page.in.byte() % 2 == 0;
+  const BYTE places = page.in.byte();
+  value.scale = isUsual ? static_cast<BYTE>(places % 29) : places;
   value.sign = page.in.byte();
   return value;
 }
