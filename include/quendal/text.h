@@ -16,8 +16,11 @@ inline std::u16string_view viewOf(BSTR text) noexcept {
                          : std::u16string_view(plainText(text), SysStringLen(text));
 }
 
-/// Allocates a BSTR that the caller owns. Throws std::bad_alloc.
+/// Allocates a BSTR that the caller owns. Throws std::bad_alloc, also for more characters than a
+/// BSTR can hold.
 inline BSTR newBstr(std::u16string_view text) {
+  constexpr std::size_t kLongest = 0x3FFFFFFE;
+  if (text.size() > kLongest) throw std::bad_alloc();
   BSTR result = SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
   if (result == nullptr) throw std::bad_alloc();
   return result;

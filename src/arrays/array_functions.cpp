@@ -62,6 +62,9 @@ std::size_t positionOf(const VARIANT& array, std::int64_t index) {
 
 // Replaces an element, by an object as a reference.
 void store(const ArrayView& view, std::size_t position, const VARIANT& value) {
+  const VARIANT present = view.at(position);
+  if ((present.vt & VT_ARRAY) != 0 && present.parray != nullptr && present.parray->cLocks > 0)
+    check(DISP_E_ARRAYISLOCKED);  // an array that is being walked
   Variant element = elementOf(value, view.elementType());
   // The former element goes last: what an object does as it goes may lead back here.
   const Variant former = Variant::attach(view.take(position));

@@ -32,7 +32,6 @@ class PlainValues {
     if (hasObjects) resolve();
   }
 
-  [[nodiscard]] std::size_t size() const noexcept { return count_; }
   [[nodiscard]] VARIANT at(std::size_t i) const noexcept {
     if (!copies_.empty()) return copies_[i];
     return values_.at(first_ + i);

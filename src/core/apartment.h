@@ -5,6 +5,7 @@
 #include <quendal/object.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 
 #include "platform/thread_state.h"
@@ -83,6 +84,8 @@ bool ignoringErrors(Step&& step) {
   } catch (const AutomationError& error) {
     setPendingError(error.number());
   } catch (const std::bad_alloc&) {
+    setPendingError(error_number::kOutOfMemory);
+  } catch (const std::length_error&) {  // a text longer than any that memory could hold
     setPendingError(error_number::kOutOfMemory);
   } catch (const std::exception&) {
     setPendingError(error_number::kInternal);

@@ -118,7 +118,9 @@ std::partial_ordering compareValues(const VARIANT& a, const VARIANT& b) {
   // Both are owned before either is asked: what one does may change where the other came from.
   const Variant ownLeft = Variant::copyOf(left);
   const Variant ownRight = Variant::copyOf(right);
-  return comparePlain(plainValueOf(ownLeft), plainValueOf(ownRight));
+  const Variant plainLeft = plainValueOf(ownLeft);
+  const Variant plainRight = plainValueOf(ownRight);
+  return comparePlain(plainLeft, plainRight);
 }
 
 }  // namespace quendal

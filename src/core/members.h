@@ -5,6 +5,7 @@
 //                              {in(u"IN_iLogLevel"), optional(u"IN_szLog", EmptyText{}), ...})
 #pragma once
 
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -108,30 +109,22 @@ struct Slot<Kind, Member, std::tuple<P...>> {
   static void lateWith(DispatchObject& object, [[maybe_unused]] CallFrame& frame,
                        [[maybe_unused]] Variant& result, std::index_sequence<I...>) {
     const HoldForCall hold(object);
-    std::tuple<typename Parameter<P>::Argument...> arguments{Place{frame, I}...};
-    const auto writeBack = [&] { (handBack(std::get<I>(arguments)), ...); };
+    // Made one after the other, in place: converting one may run the page's code.
+    std::tuple<std::optional<typename Parameter<P>::Argument>...> arguments;
+    (std::get<I>(arguments).emplace(frame, I), ...);
+    const auto writeBack = [&] { (handBack(*std::get<I>(arguments)), ...); };
     try {
       if constexpr (std::is_void_v<R>)
-        (instanceOf(object).*Member)(std::get<I>(arguments).get()...);
+        (instanceOf(object).*Member)(std::get<I>(arguments)->get()...);
       else
         result =
-            Result<R>::toVariant((instanceOf(object).*Member)(std::get<I>(arguments).get()...));
+            Result<R>::toVariant((instanceOf(object).*Member)(std::get<I>(arguments)->get()...));
     } catch (...) {
       writeBack();  // what the member changed before it failed stays changed
       throw;
     }
     writeBack();
   }
-
-  /// Builds an element of the tuple in place, for types that cannot be moved.
-  struct Place {
-    CallFrame& frame;
-    std::size_t index;
-    template <class Argument>
-    operator Argument() const {
-      return Argument(frame, index);
-    }
-  };
 
   template <class Argument>
   static void handBack(const Argument& argument) {

@@ -23,14 +23,12 @@ class Exception {
 
   EXCEPINFO* put() noexcept { return &info_; }
 
-  [[nodiscard]] HRESULT code() const noexcept {
-    return info_.scode != 0 ? info_.scode : errorCode(info_.wCode);
-  }
   /// Throws the failure with which a call ended: this, or the code alone.
   [[noreturn]] void raise(HRESULT result) {
     if (result != DISP_E_EXCEPTION) throw AutomationError::fromRuntime(result);
     if (info_.pfnDeferredFillIn != nullptr) info_.pfnDeferredFillIn(&info_);
-    throw AutomationError::passedOn(FAILED(code()) ? code() : E_FAIL, viewOf(info_.bstrSource),
+    const HRESULT code = info_.scode != 0 ? info_.scode : errorCode(info_.wCode);
+    throw AutomationError::passedOn(FAILED(code) ? code : E_FAIL, viewOf(info_.bstrSource),
                                     viewOf(info_.bstrDescription));
   }
 
@@ -49,13 +47,11 @@ using Enumerator = std::unique_ptr<IEnumVARIANT, ReleaseEnumerator>;
 }
 
 /// How a plain property answers when it is given arguments, without having run: by the automation
-/// rules, or as script engines do. A member that takes arguments refuses to be read without them,
-/// so none runs twice.
-bool isPlainProperty(HRESULT code, const Exception& exception) noexcept {
+/// rules, or as script engines do. What a member that ran has raised comes as an exception.
+constexpr bool isPlainProperty(HRESULT code) noexcept {
   constexpr int kWrongNumberOfArguments = 450;
   return code == DISP_E_BADPARAMCOUNT || code == DISP_E_MEMBERNOTFOUND ||
-         code == errorCode(kWrongNumberOfArguments) ||
-         (code == DISP_E_EXCEPTION && exception.code() == errorCode(kWrongNumberOfArguments));
+         code == errorCode(kWrongNumberOfArguments);
 }
 
 }  // namespace
@@ -140,7 +136,7 @@ Variant Object::getWith(std::u16string_view name, Arguments arguments) const {
   }
   Variant value;
   Exception ignored;
-  if (!isPlainProperty(code, exception) ||
+  if (!isPlainProperty(code) ||
       FAILED(tryInvoke(object_, id, DISPATCH_PROPERTYGET, {}, value, ignored)) ||
       (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN))
     exception.raise(code);

@@ -1,6 +1,7 @@
 #include "core/parameters.h"
 
 namespace quendal {
+
 Variant CallFrame::plainArgument(std::size_t i, VARTYPE type) const {
   const VARIANT* argument = arguments_[i];
   if (argument == nullptr) {
@@ -25,7 +26,6 @@ const Text& CallFrame::textArgument(std::size_t i, Text& own) const {
     if (text != nullptr) own = Text(*text);
     return own;
   }
-  if (argument->vt == VT_BSTR) return reinterpret_cast<const Text&>(argument->bstrVal);
   own = Text::attach(plainArgument(i, VT_BSTR).release().bstrVal);
   return own;
 }
@@ -36,14 +36,9 @@ Parameter<const VARIANT&>::Argument::Argument(const VARIANT& value) : value_(&va
   value_ = &own_;
 }
 
-Parameter<const VARIANT&>::Argument::Argument(CallFrame& frame, std::size_t i)
-    : own_(Variant::missing()), value_(&own_) {
+Parameter<const VARIANT&>::Argument::Argument(CallFrame& frame, std::size_t i) : value_(&own_) {
   const VARIANT* argument = frame.argument(i);
-  if (argument == nullptr) return;
-  if ((argument->vt & VT_BYREF) != 0)
-    own_ = Variant::copyOf(*argument);
-  else
-    value_ = argument;
+  own_ = argument == nullptr ? Variant::missing() : Variant::copyOf(*argument);
 }
 
 Parameter<const Object&>::Argument::Argument(CallFrame& frame, std::size_t i) {

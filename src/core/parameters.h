@@ -36,9 +36,8 @@ class CallFrame {
 
   /// The argument converted to a plain type, or its default. Throws ArgumentError.
   [[nodiscard]] Variant plainArgument(std::size_t i, VARTYPE type) const;
-  /// The argument's text, or its default: the caller's when it is a literal, else kept in `own`.
-  /// Throws ArgumentError.
-  [[nodiscard]] const Text& textArgument(std::size_t i, Text& own) const;
+  /// The argument's text, or its default, kept in `own`. Throws ArgumentError.
+  const Text& textArgument(std::size_t i, Text& own) const;
 
  private:
   const MemberRow& row_;
@@ -57,7 +56,9 @@ concept InterfaceEnumeration = std::is_enum_v<E> && requires(E e) {
 /// argument with `writeBack` hands what the member changed to the caller of a call by name.
 ///
 /// Foreign code runs during many calls and can change or clear the page's variables. So what came
-/// by value is the argument's own, and what came by reference is read where the member reads it.
+/// by value is the argument's own, or, in the function table, the caller's for the length of its
+/// call. A Variant that came by reference is read where the member reads it; numbers, Booleans and
+/// texts of a call by name are taken when it begins, and changed ones handed back when it ends.
 template <class P>
 struct Parameter;
 
@@ -175,7 +176,7 @@ struct Parameter<const VARIANT&> {
     const VARIANT& get() const noexcept { return *value_; }
 
    private:
-    Variant own_;  // a copy of what a reference leads to
+    Variant own_;
     const VARIANT* value_;
   };
 };

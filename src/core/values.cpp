@@ -253,7 +253,10 @@ std::u16string typeNameOf(const VARIANT& value) {
   const VARIANT plain = follow(value);
   if ((plain.vt & VT_ARRAY) != 0)
     return plainTypeName(static_cast<VARTYPE>(plain.vt & VT_TYPEMASK)) + u"()";
-  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) return objectTypeName(plain.punkVal);
+  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) {
+    const Variant held = Variant::copyOf(plain);  // what it does when asked may let go of it
+    return objectTypeName(held.punkVal);
+  }
   return plainTypeName(plain.vt);
 }
 

@@ -45,7 +45,8 @@ class Elements {
   /// Moves the elements from `first` on into an array of their own.
   [[nodiscard]] SAFEARRAY* takeFrom(std::size_t first) {
     const std::size_t taken = values_.size() - first;
-    SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(taken));
+    SAFEARRAYBOUND bound{static_cast<ULONG>(taken), 0};  // not a vector: pages may push onto it
+    SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
     if (array == nullptr) throw std::bad_alloc();
     std::copy_n(values_.data() + first, taken, static_cast<VARIANT*>(array->pvData));
     values_.resize(first);

@@ -87,8 +87,14 @@ class Encoder {
 
 void Encoder::encode(const VARIANT& value) {
   const std::size_t outside = depth_;
-  begin(value);
-  while (depth_ > outside) std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
+  try {
+    begin(value);
+    while (depth_ > outside) std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
+  } catch (...) {
+    // The innermost first: it may be locked inside what the one around it holds.
+    while (depth_ > outside) pop();
+    throw;
+  }
 }
 
 // An error value by its number, as a script shows it.

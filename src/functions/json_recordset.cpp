@@ -9,10 +9,10 @@ bool isSet(const Object& recordset, std::u16string_view flag) {
   return int32Of(recordset.get(flag)) != 0;
 }
 
-// Providers count in integers of any type, of which pages have only two.
+// Providers count in integers of any type, of which pages know a few; a byte is no number in JSON.
 void writeCount(const Variant& count, JsonWriter& out,
                 const std::function<void(const VARIANT&)>& encode) {
-  const bool isInteger = count.vt >= VT_I1 && count.vt <= VT_UINT;
+  const bool isInteger = count.vt >= VT_I1 && count.vt <= VT_UINT && count.vt != VT_UI1;
   if (!isInteger) return encode(count);
   out.putNumber(textOf(count));
 }

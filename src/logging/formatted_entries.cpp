@@ -51,13 +51,13 @@ void Logging::beginBox(std::int16_t level) {
 
 std::u16string Logging::box(std::u16string_view text) {
   const std::u16string middle = boxedLine(text);
-  platform::AppendFile file = file_.open();
+  LogFile::Opened opened = file_.open();
   const std::u16string border(middle.size(), u'*');
   std::u16string result = linePrefix();
   for (const std::u16string_view line : {std::u16string_view(border), std::u16string_view(middle),
                                          std::u16string_view(border), std::u16string_view()})
     result.append(kLineEnd).append(linePrefix()).append(line);
-  file_.append(std::move(file), result);
+  LogFile::append(std::move(opened), result);
   return result;
 }
 
@@ -112,7 +112,7 @@ std::u16string Logging::dump(std::int16_t& level, DefaultedRef& multiline, TextR
   clearError();
   const std::u16string prefix = linePrefix();  // also when the entry is filtered out
   std::u16string body = u"\r\n\r\n" + joinedTextOf(multiline.value()) + u"\r\n";
-  if (!passes(level)) return {};
+  if (!passes(level)) return finished({});
   body = replaceAll(body, kLineEnd, std::u16string(kLineEnd) + prefix + u"\t");
   // A client of the function table gives the default by a null pointer.
   std::u16string result = write(level, std::u16string(title.isGiven() ? title.view() : kDumpTitle));

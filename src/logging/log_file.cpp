@@ -126,21 +126,21 @@ std::u16string LogFile::archiveName() const {
   }
 }
 
-platform::AppendFile LogFile::open() const {
-  platform::AppendFile file(fullName_);
-  raiseUnless(file.error());
-  return file;
+LogFile::Opened LogFile::open() const {
+  Opened opened{platform::AppendFile(fullName_), format_};
+  raiseUnless(opened.file.error());
+  return opened;
 }
 
-void LogFile::append(platform::AppendFile file, std::u16string text) const {
+void LogFile::append(Opened opened, std::u16string text) {
   text += kLineEnd;
-  if (format_ == Format::Utf16) {
+  if (opened.format == Format::Utf16) {
     // For a file whose creator has not come to it.
     text.insert(text.begin(), kByteOrderMark);
-    raiseUnless(file.append(std::as_bytes(std::span(text)), sizeof kByteOrderMark));
+    raiseUnless(opened.file.append(std::as_bytes(std::span(text)), sizeof kByteOrderMark));
   } else {
     const std::string bytes = platform::toSystemBytes(text);
-    raiseUnless(file.append(std::as_bytes(std::span(bytes))));
+    raiseUnless(opened.file.append(std::as_bytes(std::span(bytes))));
   }
 }
 

@@ -56,11 +56,16 @@ class LogFile {
   /// what the page's file-system object would: 52, 53, 57, 58, 61, 67, 70, 75 or 76.
   void ensure();
 
+  /// A file that is open for one entry, in the format that was set then.
+  struct Opened {
+    platform::AppendFile file;
+    Format format;
+  };
   /// Opens the existing file for one entry, so that what prevents that is raised before the entry
   /// is composed. Raises as `ensure`.
-  [[nodiscard]] platform::AppendFile open() const;
+  [[nodiscard]] Opened open() const;
   /// Appends a text and a line end in one write. Raises as `ensure`; then nothing was written.
-  void append(platform::AppendFile file, std::u16string text) const;
+  static void append(Opened opened, std::u16string text);
 
  private:
   void create();

@@ -113,7 +113,7 @@ std::u16string Logging::writeLog(std::int16_t& level, DefaultedRef& text, std::i
   if (!passes(level)) return {};
   // The file comes first: a text that cannot be read leaves the log opened, but not written.
   file_.ensure();
-  platform::AppendFile file = file_.open();
+  LogFile::Opened opened = file_.open();
   std::u16string result;
   std::u16string prefix;
   for (std::int16_t i = 0; i < repeat; ++i) {
@@ -124,7 +124,7 @@ std::u16string Logging::writeLog(std::int16_t& level, DefaultedRef& text, std::i
   }
   // Also between repetitions, so that these begin with two prefixes; deliberate.
   result = withPrefixes(std::move(result), prefix);
-  file_.append(std::move(file), result);
+  LogFile::append(std::move(opened), result);
   return finished(std::move(result));
 }
 
@@ -132,10 +132,10 @@ std::u16string Logging::write(std::int16_t level, std::u16string_view text) {
   clearError();
   if (!passes(level)) return {};
   file_.ensure();
-  platform::AppendFile file = file_.open();
+  LogFile::Opened opened = file_.open();
   const std::u16string prefix = linePrefix();
   std::u16string result = withPrefixes(prefix + std::u16string(text), prefix);
-  file_.append(std::move(file), result);
+  LogFile::append(std::move(opened), result);
   return finished(std::move(result));
 }
 

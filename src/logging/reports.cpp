@@ -72,14 +72,16 @@ class Logging::Report final : public system::ReportWriter {
     if (size_ < kLong || pending_.size() > size_ / 8) flush();
   }
 
- private:
+  /// Hands over what is left; a report that raises its errors ends with it.
   void flush() {
     if (!std::exchange(hasPending_, false)) return;
-    const std::u16string text = joinedTextOf(out_.value()) + std::exchange(pending_, {});
+    const std::u16string written = std::exchange(pending_, {});
+    const std::u16string text = joinedTextOf(out_.value()) + written;
     size_ = text.size();
     out_.set(Variant(text));
   }
 
+ private:
   std::u16string pending_;
   bool hasPending_ = false;
   std::size_t size_ = 0;  // of the variable's text
@@ -149,23 +151,30 @@ std::int32_t Logging::logOsInfo(DefaultedRef& out) {
 
 std::int32_t Logging::logFileVersionInfo(TextRef directory, DefaultedRef& out) {
   Report report(*this, out, EndOfText::LineEndWhenWritten);
-  return system::reportFileVersions(report, std::u16string(directory.view()));
+  const std::int32_t status = system::reportFileVersions(report, std::u16string(directory.view()));
+  report.flush();
+  return status;
 }
 
 std::int32_t Logging::logWebApplicationDllInfo(DefaultedRef& out) {
   Report report(*this, out, EndOfText::LineEndWhenWritten);
-  return system::reportFileVersions(report, system::ownFolder());
+  const std::int32_t status = system::reportFileVersions(report, system::ownFolder());
+  report.flush();
+  return status;
 }
 
 std::int32_t Logging::logDictionary(const Object& dictionary, std::u16string_view title,
                                     std::int32_t level, DefaultedRef& out) {
   Report report(*this, out, EndOfText::LineEndWhenWritten);
-  return system::reportDictionary(report, dictionary, title, level);
+  const std::int32_t status = system::reportDictionary(report, dictionary, title, level);
+  report.flush();
+  return status;
 }
 
 Variant Logging::logServerVariables(DefaultedRef& out) {
   Report report(*this, out, EndOfText::LineEndWhenWritten);
   reportServerVariables(report);
+  report.flush();
   return {};
 }
 

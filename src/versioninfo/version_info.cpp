@@ -44,25 +44,34 @@ void VersionInfo::refresh() { record_ = versioninfo::readVersionRecord(fullPathN
 std::int32_t VersionInfo::listFileVersions(TextRef directory, const Object& dictionary) {
   constexpr std::int32_t kNoSuchFolder = -1;
   clearError();
-  // Absolute, as a drive alone is its current folder and takes no separator.
-  std::u16string folder = platform::absolutePath(directory.view());
-  if (!platform::lookAt(folder).isFolder) return kNoSuchFolder;
-  if (folder.back() != u'\\') folder += u'\\';
+  // The number of the last step that failed; what the page does meanwhile has errors of its own.
+  std::int32_t status = 0;
+  const auto attempt = [&status](const auto& step) {
+    if (!ignoringErrors(step)) status = pendingError();
+  };
+  std::u16string folder;
   std::vector<std::u16string> names;
-  ignoringErrors([&] {
+  attempt([&] {
+    // Absolute, as a drive alone is its current folder and takes no separator.
+    folder = platform::absolutePath(directory.view());
+    if (!platform::lookAt(folder).isFolder) {
+      status = kNoSuchFolder;
+      return;
+    }
+    if (folder.back() != u'\\') folder += u'\\';
     auto error = platform::FileError::None;
     names = platform::listFiles(folder, &error);
     if (error != platform::FileError::None) throw AutomationError(static_cast<int>(error));
   });
   for (const std::u16string& name : names) {
-    ignoringErrors([&] {
+    attempt([&] {
       setFullPathName(folder + name);
       if (record_.available)
         dictionary.put(u"Item", name, predefinedValue(VersionString::ProductVersion));
     });
     platform::pumpMessages();
   }
-  return pendingError();
+  return status;
 }
 
 }  // namespace quendal

@@ -86,6 +86,23 @@ TEST_F(Errors, AParserErrorIsToldUnlessThereIsNone) {
   for (const Variant& none : {Variant(std::int32_t{0}), Variant(), Variant::null()})
     EXPECT_EQ(lines(u"LogXMLError", kLow, document(none), u"text"), "");
   EXPECT_EQ(lines(u"LogXMLError", kMedium, document(code), u"text"), "");
+
+  // A member that fails, whatever its error is, and a text that is none, after the banners.
+  const Object failing =
+      ScriptObject()
+          .value(u"errorCode", code)
+          .member(u"url",
+                  [](auto) -> Variant { throw AutomationError::passedOn(E_NOTIMPL, {}, {}); })
+          .object();
+  const Object bad = ScriptObject().value(u"parseError", failing).object();
+  EXPECT_EQ(call(u"LogXMLError", kLow, bad, u"text"), "error -2147467263");
+  EXPECT_EQ(written(), kMarked);
+  EXPECT_EQ(call(u"LogXMLError", kLow, bad, arrayOf({u"a"}), std::int16_t{2}), "error 13");
+  EXPECT_EQ(written(), kBanner + kBanner);
+  Variant stamp;
+  EXPECT_EQ(call(u"WriteLog", kLow, arrayOf({u"a"}), std::int16_t{1}, referenceTo(stamp)),
+            "error 13");
+  EXPECT_EQ(masked(stamp), "@ ");
 }
 
 TEST_F(Errors, CatchFollowsTheLibrarysOwnErrorState) {

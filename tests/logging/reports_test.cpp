@@ -331,7 +331,13 @@ TEST_F(Reports, TheTextIsAppendedToAVariableOfAnyKind) {
 
   // A variable that no text can be appended to: a step that is skipped, or an error.
   EXPECT_EQ(call(u"LogODBCDrivers", arrayOf({u"a"})), "");
+  static_cast<void>(written());
   EXPECT_EQ(call(u"LogFileVersionInfo", u"", arrayOf({u"a"})), "error 13");
+  EXPECT_EQ(written(), entries({"LogFileVersionInfo"}));  // and nothing after it
+  Variant untouched;
+  logging.call(u"SetLogFile", u"no\\such\\folder.txt");
+  EXPECT_EQ(call(u"LogServerVariables", referenceTo(untouched)), "error 76");
+  EXPECT_EQ(untouched.vt, VT_EMPTY);
 }
 
 TEST_F(Reports, FourReportsSkipWhatFailsAndTheOthersRaise) {

@@ -57,7 +57,7 @@ Sub Show(label)
 End Sub
 
 Sub ShowLogged(label, text)
-  Show label & ": " & (InStr(result, text) > 0)
+  Show label & ": " & (Right(result, Len(text)) = text Or InStr(result, text & vbCrLf) > 0)
   result = ""
 End Sub
 

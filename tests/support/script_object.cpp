@@ -89,6 +89,7 @@ struct ScriptObject::Definition {
   struct Member {
     Call get;
     Call put;
+    bool takesArguments = true;
   };
   std::vector<Member> members{1};  // by DISPID; the first is the default member
   std::map<std::u16string, DISPID> ids;
@@ -138,6 +139,7 @@ class ScriptObject::Dispatch final : public Counted<IDispatch> {
         const Definition::Member& member = definition_->members[static_cast<std::size_t>(id)];
         const Call& call = isPut ? member.put : member.get;
         if (call == nullptr) return DISP_E_MEMBERNOTFOUND;
+        if (!isPut && !member.takesArguments && params->cArgs > 0) return DISP_E_BADPARAMCOUNT;
         std::vector<VARIANT> arguments(params->rgvarg, params->rgvarg + params->cArgs);
         std::ranges::reverse(arguments);
         value = call(arguments);
@@ -154,12 +156,9 @@ class ScriptObject::Dispatch final : public Counted<IDispatch> {
 ScriptObject::ScriptObject() : definition_(std::make_shared<Definition>()) {}
 
 ScriptObject& ScriptObject::value(std::u16string_view name, Variant value) {
-  constexpr int kWrongNumberOfArguments = 450;
   const auto held = std::make_shared<Variant>(std::move(value));
-  member(name, [held](Arguments arguments) {
-    if (!arguments.empty()) throw AutomationError(kWrongNumberOfArguments);
-    return *held;
-  });
+  member(name, [held](Arguments) { return *held; });
+  definition_->named(name).takesArguments = false;
   return onPut(name, [held](Arguments arguments) {
     *held = Variant::copyOf(arguments.back());
     return Variant();

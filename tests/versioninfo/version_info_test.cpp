@@ -58,7 +58,7 @@ TEST_F(VersionInfoTest, AFoldersFilesWithAResourceAreListed) {
   EXPECT_EQ(textOf(found.item(u"b.dll")), u"2.0");
   EXPECT_EQ(listVersions(folder_ / u"nowhere\u4E2D", found.object()), -1);
   EXPECT_EQ(listVersions(folder_.path(), Object()), 91);  // nothing to put the entries into
-  // No code page has this character: whatever can be read there, the folder is one.
+  // Windows-1252 lacks this character: whatever can be read there, the folder is one.
   ASSERT_EQ(platform::createFolder(folder_ / u"\u4E2D"), platform::FileError::None);
   createImage(folder_ / u"\u4E2D\\c.dll", u"3.0");
   EXPECT_EQ(listVersions(folder_ / u"\u4E2D", found.object()), 0);

@@ -93,7 +93,31 @@ HRESULT registerClass(RegistrationScope scope, const ClassIdentity& identity,
   return S_OK;
 }
 
+/// Lets the system's functions for type libraries, which write to the merged view of all classes,
+/// reach the machine's alone: in the merged view a key that the user has too is the user's.
+class MachineClasses {
+ public:
+  explicit MachineClasses(RegistrationScope scope) {
+    if (scope != RegistrationScope::Machine) return;
+    HKEY classes = nullptr;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, MAXIMUM_ALLOWED, &classes) !=
+        ERROR_SUCCESS)
+      return;
+    isSet_ = RegOverridePredefKey(HKEY_CLASSES_ROOT, classes) == ERROR_SUCCESS;
+    RegCloseKey(classes);
+  }
+  MachineClasses(const MachineClasses&) = delete;
+  MachineClasses& operator=(const MachineClasses&) = delete;
+  ~MachineClasses() {
+    if (isSet_) RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+  }
+
+ private:
+  bool isSet_ = false;
+};
+
 HRESULT registerTypeLibrary(RegistrationScope scope, const std::u16string& modulePath) {
+  const MachineClasses classes(scope);
   ITypeLib* library = nullptr;
   HRESULT code = LoadTypeLibEx(wide(modulePath), REGKIND_NONE, &library);
   if (FAILED(code)) return code;
@@ -106,6 +130,7 @@ HRESULT registerTypeLibrary(RegistrationScope scope, const std::u16string& modul
 }
 
 HRESULT unregisterTypeLibrary(RegistrationScope scope) {
+  const MachineClasses classes(scope);
   const auto remove =
       scope == RegistrationScope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
   const HRESULT code =

@@ -34,10 +34,17 @@ FileError pathError(const NativePath& path) noexcept {
 class AppendLock {
  public:
   explicit AppendLock(int file) noexcept : file_(file) {
-    // Where a file system has no locks, appending is one step within this machine all the same.
-    while (::flock(file_, LOCK_EX) != 0 && errno == EINTR) {
+    // Others hold it for the moment of a write; one that is stopped must not stop every page.
+    constexpr int kPatience = 5000;  // milliseconds
+    constexpr timespec kPause{0, 1'000'000};
+    for (int tries = 0; tries < kPatience; ++tries) {
+      isTaken_ = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
+      // Where a file system has no locks, appending is one step within this machine all the same.
+      if (!isTaken_) return;
+      ::nanosleep(&kPause, nullptr);
     }
   }
+  [[nodiscard]] bool isTaken() const noexcept { return isTaken_; }
   // Closing the file would not do: a child of this process may hold it, too, until it is a program
   // of its own.
   ~AppendLock() { ::flock(file_, LOCK_UN); }
@@ -46,6 +53,7 @@ class AppendLock {
 
  private:
   int file_;
+  bool isTaken_ = false;
 };
 
 // One write call; it is repeated only when a signal came before any byte was written.
@@ -59,6 +67,7 @@ ssize_t writeOnce(int file, std::span<const std::byte> bytes) noexcept {
 
 FileError appendOnce(int file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
   const AppendLock lock(file);
+  if (lock.isTaken()) return FileError::PermissionDenied;
   const off_t end = ::lseek(file, 0, SEEK_END);
   if (end != 0) bytes = bytes.subspan(headSize);
   const ssize_t written = writeOnce(file, bytes);

@@ -80,11 +80,21 @@ FileError fileError(DWORD code) noexcept {
 
 FileError lastError() noexcept { return fileError(GetLastError()); }
 
-// Holds a byte far behind every content, where it keeps no reader out.
+// Holds a byte far behind every content, where it keeps no reader out. Others hold it for the
+// moment of a write; one that is frozen, or a machine that is gone, must not stop every page.
 class AppendLock {
  public:
-  explicit AppendLock(HANDLE file) noexcept
-      : file_(file), held_(LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &place_) != 0) {}
+  explicit AppendLock(HANDLE file) noexcept : file_(file) {
+    constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+    constexpr ULONGLONG kPatience = 5000;  // milliseconds
+    const ULONGLONG start = GetTickCount64();
+    while (!(held_ = LockFileEx(file_, kFlags, 0, 1, 0, &place_) != 0)) {
+      const DWORD code = GetLastError();
+      isTaken_ = code == ERROR_LOCK_VIOLATION || code == ERROR_IO_PENDING;
+      if (!isTaken_ || GetTickCount64() - start > kPatience) return;
+      Sleep(1);
+    }
+  }
   ~AppendLock() {
     if (held_) UnlockFileEx(file_, 0, 1, 0, &place_);
   }
@@ -92,6 +102,8 @@ class AppendLock {
   AppendLock& operator=(const AppendLock&) = delete;
 
   [[nodiscard]] bool isHeld() const noexcept { return held_; }
+  /// Somebody else has it still; otherwise, unless it is held, the file system has no locks.
+  [[nodiscard]] bool isTaken() const noexcept { return !held_ && isTaken_; }
 
  private:
   static OVERLAPPED farBehind() noexcept {
@@ -102,7 +114,8 @@ class AppendLock {
 
   OVERLAPPED place_ = farBehind();
   HANDLE file_;
-  bool held_;
+  bool held_ = false;
+  bool isTaken_ = false;
 };
 
 // Half an entry, perhaps half a character, would spoil all that follows in the file.
@@ -112,6 +125,7 @@ void cutOff(HANDLE file, LARGE_INTEGER end) noexcept {
 
 FileError appendOnce(HANDLE file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
   const AppendLock lock(file);
+  if (lock.isTaken()) return FileError::PermissionDenied;
   LARGE_INTEGER end;
   if (!GetFileSizeEx(file, &end)) return lastError();
   if (end.QuadPart > 0) bytes = bytes.subspan(headSize);
@@ -122,12 +136,13 @@ FileError appendOnce(HANDLE file, std::span<const std::byte> bytes, std::size_t 
   place.OffsetHigh =
       lock.isHeld() ? static_cast<DWORD>(end.HighPart) : std::numeric_limits<DWORD>::max();
   DWORD written = 0;
-  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place)) {
-    return lastError();
-  }
-  if (written == bytes.size()) return FileError::None;
+  FileError error = FileError::DiskFull;  // of a write that ends early
+  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place))
+    error = lastError();  // perhaps of a later piece of it
+  else if (written == bytes.size())
+    return FileError::None;
   if (lock.isHeld()) cutOff(file, end);
-  return FileError::DiskFull;
+  return error;
 }
 
 // Scanners of the system hold a new file for a moment; an entry need not be lost for that.
@@ -205,7 +220,10 @@ FileError createFolder(std::u16string_view path) noexcept {
   if (target.error() != FileError::None) return target.error();
   if (CreateDirectoryW(target.c_str(), nullptr)) return FileError::None;
   const FileError error = lastError();
-  return lookAt(path).isFolder ? FileError::None : error;
+  const PathStatus status = lookAt(path);
+  // One that may not be looked at is there; what comes below it tells more.
+  const bool isThere = status.isFolder || (error == FileError::AlreadyExists && !status.exists);
+  return isThere ? FileError::None : error;
 }
 
 AppendFile::AppendFile(std::u16string_view path, Open how) noexcept {
@@ -235,7 +253,12 @@ FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept 
   const Path target(to);
   if (const FileError error = pathError(from, source); error != FileError::None) return error;
   if (const FileError error = pathError(to, target); error != FileError::None) return error;
-  return MoveFileExW(source.c_str(), target.c_str(), 0) ? FileError::None : lastError();
+  for (int tries = kOpenTries;; --tries) {
+    if (MoveFileExW(source.c_str(), target.c_str(), 0)) return FileError::None;
+    const DWORD code = GetLastError();
+    if (tries == 1 || code != ERROR_SHARING_VIOLATION) return fileError(code);
+    Sleep(1);  // as in openForAppending
+  }
 }
 
 FileError checkReadable(std::u16string_view path) noexcept { return openForReading(path).error; }

@@ -11,8 +11,8 @@
 namespace quendal::platform {
 namespace {
 
-// Keys, mouse, posted messages, timers, painting and hot keys; not what other threads send, which
-// the system delivers during the wait by itself.
+// Keys, mouse, posted messages, timers, painting and hot keys; deliberately not what other threads
+// send, which is delivered when something of these comes, or the wait ends.
 constexpr DWORD kAwaitedInput = 0xBF;
 
 constexpr std::size_t kMaxLine = 2048;

@@ -31,7 +31,7 @@ BSTR TextMemory::take(std::size_t length) noexcept {
 
 std::size_t writeRealText(double value, char16_t* out) noexcept {
   BSTR text = nullptr;
-  if (FAILED(VarBstrFromR8(value, LOCALE_USER_DEFAULT, 0, &text))) return 0;
+  if (FAILED(VarBstrFromR8(value, LOCALE_INVARIANT, 0, &text))) return 0;
   const std::u16string_view view(plainText(text), SysStringLen(text));
   const std::size_t length = view.copy(out, kLongestRealText);
   std::replace(out, out + length, u',', u'.');

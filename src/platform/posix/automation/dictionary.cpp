@@ -99,6 +99,11 @@ HRESULT listOf(const DictionaryTable& table, VARIANT DictionaryTable::Entry::*fi
   return S_OK;
 }
 
+/// An array that somebody walks cannot go; whoever would take it out is refused.
+bool isLockedArray(const VARIANT& value) noexcept {
+  return (value.vt & VT_ARRAY) != 0 && value.parray != nullptr && value.parray->cLocks > 0;
+}
+
 }  // namespace
 
 Dictionary* Dictionary::make(std::size_t room) noexcept {
@@ -198,6 +203,7 @@ HRESULT Dictionary::put_Item(VARIANT* key, VARIANT* item) {
     if (FAILED(result)) return result;
     const std::size_t position = table_.find(passed.key);
     if (position == DictionaryTable::kNone) return appendCopy(passed.key, passed.value, *item);
+    if (isLockedArray(table_.at(position).item)) return DISP_E_ARRAYISLOCKED;
     Copy copy;
     result = copy.take(*item);
     if (FAILED(result)) return result;
@@ -279,6 +285,7 @@ HRESULT Dictionary::Remove(VARIANT* key) {
     if (FAILED(result)) return result;
     const std::size_t position = table_.find(passed.key);
     if (position == DictionaryTable::kNone) return fail(kNotFound);
+    if (isLockedArray(table_.at(position).item)) return DISP_E_ARRAYISLOCKED;
     DictionaryTable::Entry removed = table_.remove(position);
     VariantClear(&removed.key);
     VariantClear(&removed.item);
@@ -289,6 +296,8 @@ HRESULT Dictionary::Remove(VARIANT* key) {
 HRESULT Dictionary::RemoveAll() {
   // Out of the object first: what an item does as it goes may lead back here.
   return guarded([&] {
+    for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i)
+      if (isLockedArray(entry->item)) return DISP_E_ARRAYISLOCKED;
     const DictionaryTable removed(table_);
     return S_OK;
   });
