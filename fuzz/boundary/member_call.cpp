@@ -6,6 +6,7 @@
 
 #include "boundary/allocation.h"
 #include "boundary/arguments.h"
+#include "boundary/sandbox.h"
 #include "boundary/slot_call.h"
 #include "boundary/values.h"
 #include "core/apartment.h"
@@ -235,14 +236,29 @@ void giveCapacity(const Object& builder) {
   if (int32Of(builder.get(u"BufferLength")) == 0) builder.call(u"Clear", std::int32_t{0});
 }
 
+/// Gives an object what most of its members need.
+void makeReady(const Object& object, std::u16string_view className) {
+  if (className == u"LOGGING") {
+    object.call(u"SetLogPath", Sandbox::folder() + u"LOGS\\");
+    object.call(u"SetLogFile", u"LOG.TXT");
+  } else if (className == u"VersionInfo") {
+    object.put(u"FullPathName", u"module.dll");
+  } else if (className == u"Concat") {
+    object.call(u"Append", u"first ");
+  }
+}
+
 }  // namespace
 
 Object libraryObject(Page& page, std::size_t classIndex) {
-  const auto classes = catalogue();
   if (!page.mayGoOn()) return {};
+  const CatalogueEntry& entry = catalogue()[classIndex % catalogue().size()];
+  const bool isReady = page.in.byte() % 4 != 1;
   try {
     const AllocationScope library(true);
-    return classes[classIndex % classes.size()].create();
+    const Object object = entry.create();
+    if (isReady) makeReady(object, entry.description.identity().name);
+    return object;
   } catch (const AutomationError&) {
     return {};
   } catch (const std::bad_alloc&) {

@@ -17,7 +17,8 @@ void callMember(Page& page, std::size_t classIndex, std::size_t rowIndex, Way wa
 /// Calls some member of some class.
 void callAnything(Page& page);
 
-/// A new object of a class, counted round; null when it cannot be created.
+/// A new object of a class, counted round, which mostly has what its members need; null when it
+/// cannot be created.
 [[nodiscard]] Object libraryObject(Page& page, std::size_t classIndex);
 
 /// Prints how many calls were made since the start and how many rows they reached; returns whether

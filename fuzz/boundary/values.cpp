@@ -104,9 +104,8 @@ DECIMAL anyDecimal(Page& page) {
   DECIMAL value{};
   value.Hi32 = page.in.byte() % 2 == 0 ? 0 : page.in.number<ULONG>();
   value.Lo64 = page.in.byte() % 2 == 0 ? page.in.byte() : page.in.number<std::uint64_t>();
-  const bool isUsual = page.in.byte() % 2 == 0;
-  const BYTE places = page.in.byte();
-  value.scale = isUsual ? static_cast<BYTE>(places % 29) : places;
+  value.scale = page.in.byte();
+  if (page.in.byte() % 2 == 0) value.scale = static_cast<BYTE>(value.scale % 29);
   value.sign = page.in.byte();
   return value;
 }
