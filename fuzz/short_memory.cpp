@@ -122,7 +122,7 @@ int main(int count, char** arguments) {
     for (std::size_t r = 0; r < members.size(); ++r) {
       const unsigned seeds = members[r].parameterCount == 0 ? 1 : kSeeds;
       for (const Way way : {Way::ByName, Way::ThroughTable}) {
-        for (unsigned seed = 0; seed < kSeeds; ++seed) {
+        for (unsigned seed = 0; seed < seeds; ++seed) {
           const unsigned own = static_cast<unsigned>(1000 * c + 10 * r) + seed;
           tryAll(sandbox, {c, r, way, own}, false);
           if (r >= kRowsOnFreshThreads) continue;
@@ -143,5 +143,5 @@ int main(int count, char** arguments) {
   }
   std::printf("%llu tries\n", static_cast<unsigned long long>(tries));
   const bool complete = reportCalls(stdout);
-  return leaks == 0 && complete ? 0 : 1;
+  return leaks == 0 && (complete || isQuick) ? 0 : 1;
 }
