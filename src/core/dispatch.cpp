@@ -89,6 +89,11 @@ HRESULT publish(HRESULT code, std::u16string_view source, std::u16string_view de
   return code;
 }
 
+HRESULT publishOutOfMemory(EXCEPINFO* exception) noexcept {
+  setPendingError(error_number::kOutOfMemory);
+  return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory", exception);
+}
+
 /// Puts a call's arguments at their parameters' positions. Throws ArgumentError.
 void placeArguments(const MemberRow& row, const DISPPARAMS& params, CallFrame& frame) {
   const std::size_t plainCount = row.parameterCount - (row.takesList() ? 1u : 0u);
@@ -145,20 +150,15 @@ std::span<const AnyFunction> dispatchEntries() noexcept {
 }
 
 HRESULT publishCurrentException(EXCEPINFO* exception) noexcept {
-  const auto outOfMemory = [exception] {
-    setPendingError(error_number::kOutOfMemory);
-    return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory",
-                   exception);
-  };
   try {
     throw;
   } catch (const AutomationError& error) {
     setPendingError(error.number());
     return publish(error.code(), error.source(), error.description(), exception);
   } catch (const std::bad_alloc&) {
-    return outOfMemory();
+    return publishOutOfMemory(exception);
   } catch (const std::length_error&) {  // a text longer than any that memory could hold
-    return outOfMemory();
+    return publishOutOfMemory(exception);
   } catch (...) {
     setPendingError(error_number::kInternal);
     return publish(errorCode(error_number::kInternal), kLibraryName, u"Internal error", exception);
