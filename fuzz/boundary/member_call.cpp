@@ -287,6 +287,11 @@ void callAnything(Page& page) {
   callMember(page, classIndex, rowIndex, page.in.byte() % 2 == 0 ? Way::ByName : Way::ThroughTable);
 }
 
+std::uint64_t timesReached(std::size_t classIndex, std::size_t rowIndex, Way way) {
+  const RowCount& count = tally().rows[classIndex][rowIndex];
+  return way == Way::ByName ? count.byName : count.byTable;
+}
+
 bool reportCalls(std::FILE* out) {
   std::size_t rows = 0, byName = 0, byTable = 0;
   std::u16string missing;

@@ -21,6 +21,9 @@ void callAnything(Page& page);
 /// cannot be created.
 [[nodiscard]] Object libraryObject(Page& page, std::size_t classIndex);
 
+/// How often a member itself ran, not only refused its arguments.
+[[nodiscard]] std::uint64_t timesReached(std::size_t classIndex, std::size_t rowIndex, Way way);
+
 /// Prints how many calls were made since the start and how many rows they reached; returns whether
 /// these are all.
 bool reportCalls(std::FILE* out);

@@ -12,7 +12,7 @@ namespace quendal::system {
 namespace {
 
 /// What writing an entry takes, with the page's code that may run for its key, and some to spare.
-constexpr std::size_t kStackOfLevel = 64 * 1024;
+constexpr std::size_t kStackOfLevel = 65'536;
 
 /// Keys and items: the platform's dictionary through its function table, any other object by name.
 class Entries {
