@@ -132,14 +132,16 @@ LogFile::Opened LogFile::open() const {
   return opened;
 }
 
-void LogFile::append(Opened opened, std::u16string text) {
-  text += kLineEnd;
-  if (opened.format == Format::Utf16) {
-    // For a file whose creator has not come to it.
-    text.insert(text.begin(), kByteOrderMark);
-    raiseUnless(opened.file.append(std::as_bytes(std::span(text)), sizeof kByteOrderMark));
+void LogFile::append(Opened opened, std::u16string_view text) {
+  const bool isUtf16 = opened.format == Format::Utf16;
+  std::u16string line;
+  line.reserve(1 + text.size() + kLineEnd.size());
+  if (isUtf16) line = kByteOrderMark;  // for a file whose creator has not come to it
+  line.append(text).append(kLineEnd);
+  if (isUtf16) {
+    raiseUnless(opened.file.append(std::as_bytes(std::span(line)), sizeof kByteOrderMark));
   } else {
-    const std::string bytes = platform::toSystemBytes(text);
+    const std::string bytes = platform::toSystemBytes(line);
     raiseUnless(opened.file.append(std::as_bytes(std::span(bytes))));
   }
 }

@@ -65,7 +65,7 @@ class LogFile {
   /// is composed. Raises as `ensure`.
   [[nodiscard]] Opened open() const;
   /// Appends a text and a line end in one write. Raises as `ensure`; then nothing was written.
-  static void append(Opened opened, std::u16string text);
+  static void append(Opened opened, std::u16string_view text);
 
  private:
   void create();
