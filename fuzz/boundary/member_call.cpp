@@ -254,16 +254,15 @@ Object libraryObject(Page& page, std::size_t classIndex) {
   if (!page.mayGoOn()) return {};
   const CatalogueEntry& entry = catalogue()[classIndex % catalogue().size()];
   const bool isReady = page.in.byte() % 4 != 1;
+  const AllocationScope library(true);
+  Object object;
   try {
-    const AllocationScope library(true);
-    const Object object = entry.create();
+    object = entry.create();
     if (isReady) makeReady(object, entry.description.identity().name);
-    return object;
-  } catch (const AutomationError&) {
-    return {};
-  } catch (const std::bad_alloc&) {
-    return {};
+  } catch (const AutomationError&) {  // as far as it went
+  } catch (const std::bad_alloc&) {   // the same
   }
+  return object;
 }
 
 void callMember(Page& page, std::size_t classIndex, std::size_t rowIndex, Way way) {

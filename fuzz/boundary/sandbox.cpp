@@ -40,13 +40,18 @@ State& state() {
 
 bool isInScratch(std::string_view path) {
   if (path.find("..") != path.npos) return false;
-  return !path.starts_with('/') || path.starts_with(state().scratch) ||
-         path == std::string_view(state().scratch).substr(0, state().scratch.size() - 1);
+  return !path.starts_with('/') || (std::string(path) + '/').starts_with(state().scratch);
+}
+
+/// The folders that the scratch folder lies in can be looked at, or nothing would be created in it.
+bool isAroundScratch(std::string_view path) {
+  return std::string_view(state().scratch).starts_with(path);
 }
 
 /// Whether a call may go on; else errno tells why not.
 bool mayRead(const char* path) {
-  if (!state().active || isInScratch(path) || std::string_view(path).starts_with("/etc/"))
+  if (!state().active || isInScratch(path) || isAroundScratch(path) ||
+      std::string_view(path).starts_with("/etc/"))
     return true;
   errno = ENOENT;
   return false;
