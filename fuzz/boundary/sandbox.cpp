@@ -40,7 +40,10 @@ State& state() {
 
 bool isInScratch(std::string_view path) {
   if (path.find("..") != path.npos) return false;
-  return !path.starts_with('/') || (std::string(path) + '/').starts_with(state().scratch);
+  // Without memory, which may be short.
+  const std::string_view scratch = state().scratch;
+  return !path.starts_with('/') || path.starts_with(scratch) ||
+         path == scratch.substr(0, scratch.size() - 1);
 }
 
 /// The folders that the scratch folder lies in can be looked at, or nothing would be created in it.
