@@ -86,6 +86,10 @@ TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
   Variant row;
   EXPECT_EQ(logger->WriteParam(&level, &text, Variant(1.5), &distance, &indent, &row), S_OK);
   EXPECT_TRUE(textOf(row).ends_with(u"  Hello  1.5"));
+  // A null title is the default, as the interface definition cannot tell one for it.
+  const std::u16string dump =
+      textFrom([&](BSTR* result) { return logger->Dump(&level, &text, nullptr, result); });
+  EXPECT_NE(dump.find(u"TEXT DUMP BELOW"), std::u16string::npos);
 
   level = 4;
   BSTR box = nullptr;
