@@ -1,4 +1,5 @@
 // Boxes, groups, aligned parameters and dumps.
+#include <algorithm>
 #include <limits>
 
 #include "core/apartment.h"
@@ -33,6 +34,22 @@ std::u16string boxedLine(std::u16string_view text) {
   std::u16string line = u"*";
   line.append(static_cast<std::size_t>(margin < 0 ? -margin : margin), u' ').append(text);
   return padRight(line, u" ", kBoxWidth - 1) + u"*";
+}
+
+/// Moves each marker that stands behind a whole indentation in front of it. Linear also for an
+/// indentation and a text of blanks alone.
+void moveMarkersForward(std::u16string& line, std::size_t indentation) {
+  std::size_t done = 0;
+  for (std::size_t at = 0; (at = line.find(kErrorMarker, at)) != std::u16string::npos;) {
+    std::size_t blanks = 0;
+    while (blanks < indentation && at - blanks > done && line[at - blanks - 1] == u' ') ++blanks;
+    at += kErrorMarker.size();
+    if (blanks < indentation) continue;
+    const auto end = line.begin() + static_cast<std::ptrdiff_t>(at);
+    const auto marker = end - static_cast<std::ptrdiff_t>(kErrorMarker.size());
+    std::rotate(marker - static_cast<std::ptrdiff_t>(indentation), marker, end);
+    done = at;
+  }
 }
 
 }  // namespace
@@ -101,10 +118,7 @@ std::u16string Logging::parameter(std::int16_t level, const VARIANT& name, const
     line += replaceAll(valueText, kLineEnd,
                        std::u16string(kLineEnd) + std::u16string(line.size(), u' '));
   }
-  // A marker at the start of the name moves in front of the indentation.
-  const std::u16string indentedMarker = blanks + std::u16string(kErrorMarker);
-  if (line.find(indentedMarker) != std::u16string::npos)
-    line = replaceAll(line, indentedMarker, std::u16string(kErrorMarker) + blanks);
+  moveMarkersForward(line, blanks.size());
   return write(level, line);
 }
 
