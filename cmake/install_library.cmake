@@ -12,7 +12,7 @@ set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/quendal_classic_asp)
 install(TARGETS quendal_classic_asp EXPORT quendal_classic_asp
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY include/quendal src/platform/posix/include/quendal
+install(DIRECTORY include/quendal src/automation/posix/include/quendal
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 # The targets are the whole package: a consumer needs nothing else.

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "core/text_tools.h"
-#include "platform/moment.h"
+#include "base/moment.h"
+#include "base/text.h"
 #include "strings/date_format.h"
 #include "strings/string_functions.h"
 
@@ -15,7 +15,7 @@ namespace {
 using namespace quendal;
 
 // One token after the other over the whole text.
-std::u16string replacedInOrder(const platform::Moment& moment, std::u16string text) {
+std::u16string replacedInOrder(const Moment& moment, std::u16string text) {
   constexpr const char16_t* kOrder[] = {
       u"UWWWW", u"UMMMM", u"AMPM", u"WWWW", u"MMMM", u"YYYY", u"UWWW", u"UMMM", u"HH24", u"HH12",
       u"LNTH",  u"UNTH",  u"NTH",  u"WWW",  u"MMM",  u"H24",  u"H12",  u"HH",   u"WW",   u"SS",
@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size < sizeof(date)) return 0;
   std::memcpy(&date, data, sizeof(date));
   const std::u16string text(data + sizeof(date), data + size);
-  if (const auto moment = platform::momentOf(date)) {
+  if (const auto moment = momentOf(date)) {
     if (strings::formatMoment(*moment, text) != replacedInOrder(*moment, text)) std::abort();
   }
 

@@ -6,11 +6,11 @@
 #include <optional>
 #include <vector>
 
+#include "automation/dictionary_access.h"
 #include "functions/json_characters.h"
 #include "functions/json_decoder.h"
 #include "functions/json_encoder.h"
 #include "json_input.h"
-#include "platform/dictionary_access.h"
 
 namespace quendal {
 namespace {
@@ -25,7 +25,7 @@ bool hasSpecialKey(const VARIANT& value) {
       const auto* elements = static_cast<const VARIANT*>(next.parray->pvData);
       rest.insert(rest.end(), elements, elements + next.parray->rgsabound[0].cElements);
     } else if (next.vt == VT_DISPATCH) {
-      platform::DictionaryReader reader(*next.pdispVal);
+      automation::DictionaryReader reader(*next.pdispVal);
       while (reader.next() == S_OK) {
         if (std::ranges::any_of(viewOf(reader.key().bstrVal), isSpecialInJson)) return true;
         rest.push_back(reader.item());

@@ -12,11 +12,11 @@
 #include <thread>
 #include <vector>
 
+#include "base/utf8.h"
 #include "boundary/allocation.h"
 #include "boundary/member_call.h"
 #include "boundary/page.h"
 #include "boundary/sandbox.h"
-#include "platform/code_page.h"
 
 namespace {
 
@@ -40,8 +40,8 @@ Case current;  // told when the process dies
 void tellCurrent() {
   const ClassDescription& description = catalogue()[current.classIndex].description;
   std::fprintf(stderr, "in %s.%s, %s, seed %u, request %llu%s%s\n",
-               platform::toUtf8(description.identity().name).c_str(),
-               platform::toUtf8(description.members()[current.rowIndex].name).c_str(),
+               toUtf8(description.identity().name).c_str(),
+               toUtf8(description.members()[current.rowIndex].name).c_str(),
                current.way == Way::ByName ? "by name" : "through the table", current.seed,
                static_cast<unsigned long long>(current.refused),
                current.shortage == Shortage::Once ? "" : " and all later ones",

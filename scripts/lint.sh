@@ -22,7 +22,7 @@ lint_cppcheck() {
     --error-exitcode=1 --inline-suppr --suppress=missingIncludeSystem \
     --suppress=uninitDerivedMemberVar --suppress=uninitMemberVar --suppress=syntaxError \
     --suppress=legacyUninitvar --suppress=shiftNegativeLHS --suppress=throwInNoexceptFunction \
-    -Iinclude -Isrc -Isrc/platform/posix/include \
+    -Iinclude -Isrc -Isrc/automation/posix/include \
     --template='{file}:{line}: {severity} {id}: {message}' src)
 }
 

@@ -7,7 +7,7 @@
 #include <iostream>
 #include <string>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "versioninfo/version_record.h"
 
 namespace {
@@ -57,7 +57,7 @@ int main() {
   for (std::string name; std::getline(std::cin, name);) {
     if (!name.empty() && name.back() == '\r') name.pop_back();
     if (!isPeImage(name)) continue;
-    const auto path = quendal::platform::fromUtf8(name);
+    const auto path = quendal::fromUtf8(name);
     std::cout << name << '\t' << line(quendal::versioninfo::readVersionRecord(path)) << '\n';
   }
 }

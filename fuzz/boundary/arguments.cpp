@@ -1,8 +1,8 @@
 #include "boundary/arguments.h"
 
+#include "base/text.h"
 #include "boundary/page_object.h"
 #include "boundary/values.h"
-#include "core/text_tools.h"
 
 namespace quendal::fuzz {
 

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "boundary/allocation.h"
 #include "boundary/arguments.h"
 #include "boundary/sandbox.h"
@@ -11,8 +13,6 @@
 #include "boundary/values.h"
 #include "core/apartment.h"
 #include "core/dispatch.h"
-#include "core/text_tools.h"
-#include "platform/code_page.h"
 
 namespace quendal::fuzz {
 namespace {
@@ -308,7 +308,7 @@ bool reportCalls(std::FILE* out) {
   }
   std::fprintf(out, "calls: %llu, rows reached: %zu of %zu (invoke), %zu of %zu (table)\n",
                static_cast<unsigned long long>(tally().calls), byName, rows, byTable, rows);
-  if (!missing.empty()) std::fprintf(out, "not reached:%s\n", platform::toUtf8(missing).c_str());
+  if (!missing.empty()) std::fprintf(out, "not reached:%s\n", toUtf8(missing).c_str());
   return missing.empty();
 }
 
@@ -317,7 +317,7 @@ void prepareCalls() {
     tally().rows.emplace_back(entry.description.members().size());
     for (const MemberRow& row : entry.description.members()) {
       if (canCall(row)) continue;
-      std::fprintf(stderr, "no way to call %s\n", platform::toUtf8(row.name).c_str());
+      std::fprintf(stderr, "no way to call %s\n", toUtf8(row.name).c_str());
       std::abort();
     }
   }

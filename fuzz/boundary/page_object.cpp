@@ -3,13 +3,13 @@
 #include <iterator>
 #include <string_view>
 
+#include "automation/dispatch.h"
+#include "base/text.h"
 #include "boundary/allocation.h"
 #include "boundary/member_call.h"
 #include "boundary/sandbox.h"
 #include "boundary/values.h"
 #include "core/dictionary.h"
-#include "core/text_tools.h"
-#include "platform/dispatch.h"
 
 namespace quendal::fuzz {
 namespace {
@@ -159,7 +159,7 @@ class PageObject final : public Counted<IDispatch> {
     *info = nullptr;
     actWhen(kActsWhenAsked);
     if (typeName_.empty()) return E_NOTIMPL;
-    return platform::typeInformation(IID_NULL, IID_NULL, typeName_, info);
+    return automation::typeInformation(IID_NULL, IID_NULL, typeName_, info);
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {

@@ -15,7 +15,7 @@
 #include <fstream>
 #include <string_view>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "tests/support/pe_builder.h"
 
 namespace quendal::fuzz {
@@ -87,7 +87,7 @@ Sandbox::Sandbox() {
   std::string name = std::string(folder != nullptr ? folder : "/tmp") + "/quendal-fuzz-XXXXXX";
   if (::mkdtemp(name.data()) == nullptr) std::abort();
   state().scratch = name + "/";
-  state().folder = platform::fromUtf8(state().scratch);
+  state().folder = fromUtf8(state().scratch);
   // Nothing of what the user's own surroundings say is wanted.
   for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
     ::setenv(variable, name.c_str(), 1);

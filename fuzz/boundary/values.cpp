@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
+#include "automation/element_size.h"
 #include "boundary/member_call.h"
 #include "boundary/page_object.h"
 #include "boundary/sandbox.h"
 #include "core/dictionary.h"
-#include "platform/element_size.h"
 
 namespace quendal::fuzz {
 namespace {
@@ -252,7 +252,7 @@ Variant valueOf(Page& page, VARTYPE type) {
                                        : static_cast<VARIANT_BOOL>(-(page.in.byte() % 2));
       return value;
     default:
-      putNumber(page, type, &value.llVal, platform::elementSize(type));
+      putNumber(page, type, &value.llVal, automation::elementSize(type));
       return value;
   }
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "functions/functions.h"
 #include "logging/logging.h"
 #include "versioninfo/version_info.h"

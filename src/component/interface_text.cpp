@@ -1,10 +1,10 @@
 #include "component/interface_text.h"
 
+#include "base/text.h"
 #include "component/catalogue.h"
 #include "core/enumerations.h"
 #include "core/guid.h"
 #include "core/names.h"
-#include "core/text_tools.h"
 
 namespace quendal {
 namespace {

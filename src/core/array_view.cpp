@@ -4,8 +4,8 @@
 
 #include <cstring>
 
+#include "automation/element_size.h"
 #include "core/compare.h"
-#include "platform/element_size.h"
 
 namespace quendal {
 namespace {
@@ -37,7 +37,7 @@ ArrayView::ArrayView(const VARIANT& array)
     : array_(array.parray),
       // The value's own tag: not every maker of arrays notes the element type in the array.
       type_(elementTypeOf(array)),
-      elementSize_(platform::elementSize(type_)),
+      elementSize_(automation::elementSize(type_)),
       size_(countOf(*array_)) {
   if (elementSize_ == 0 || array_->cbElements != elementSize_)
     throw AutomationError(error_number::kTypeMismatch);

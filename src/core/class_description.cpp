@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "core/dispatch.h"
-#include "core/text_tools.h"
 
 namespace quendal {
 namespace {

@@ -1,6 +1,6 @@
 #include "core/dictionary.h"
 
-#include "platform/dispatch.h"
+#include "automation/dispatch.h"
 
 namespace quendal {
 namespace {
@@ -22,7 +22,7 @@ void checkDictionary(HRESULT code) {
 }  // namespace
 
 Dictionary Dictionary::create(Compare compare) {
-  const Object created = Object::attach(platform::newDictionary());
+  const Object created = Object::attach(automation::newDictionary());
   std::optional<Dictionary> dictionary = created ? from(created) : std::nullopt;
   if (!dictionary) throw AutomationError(error_number::kCannotCreate);
   if (compare == Compare::Text)
@@ -32,9 +32,9 @@ Dictionary Dictionary::create(Compare compare) {
 
 std::optional<Dictionary> Dictionary::from(const Object& object) {
   void* found = nullptr;
-  if (!object || FAILED(object.dispatch()->QueryInterface(platform::kIidDictionary, &found)))
+  if (!object || FAILED(object.dispatch()->QueryInterface(automation::kIidDictionary, &found)))
     return std::nullopt;
-  return Dictionary(Object::attach(static_cast<platform::IDictionary*>(found)));
+  return Dictionary(Object::attach(static_cast<automation::IDictionary*>(found)));
 }
 
 void Dictionary::add(const Variant& key, const Variant& item) const {

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "platform/dictionary_abi.h"
+#include "automation/dictionary_abi.h"
 
 namespace quendal {
 
@@ -35,8 +35,8 @@ class Dictionary {
   void removeAll() const;
 
   [[nodiscard]] Object object() const { return object_; }
-  [[nodiscard]] platform::IDictionary* table() const noexcept {
-    return static_cast<platform::IDictionary*>(object_.dispatch());
+  [[nodiscard]] automation::IDictionary* table() const noexcept {
+    return static_cast<automation::IDictionary*>(object_.dispatch());
   }
 
  private:

@@ -4,10 +4,10 @@
 #include <new>
 #include <stdexcept>
 
+#include "automation/dispatch.h"
 #include "core/apartment.h"
 #include "core/names.h"
 #include "core/parameters.h"
-#include "platform/dispatch.h"
 
 namespace quendal {
 namespace {
@@ -203,7 +203,7 @@ HRESULT DispatchObject::queryInterface(REFIID iid, void** object) noexcept {
 
 HRESULT DispatchObject::typeInfo(ITypeInfo** info) noexcept {
   const ClassIdentity& identity = class_.identity();
-  return platform::typeInformation(identity.interfaceId, identity.classId, identity.name, info);
+  return automation::typeInformation(identity.interfaceId, identity.classId, identity.name, info);
 }
 
 HRESULT DispatchObject::callMember(const MemberRow& row, const DISPPARAMS& params, Variant& result,
@@ -261,7 +261,7 @@ HRESULT DispatchObject::ClassInfo::QueryInterface(REFIID iid, void** object) noe
 HRESULT DispatchObject::ClassInfo::GetClassInfo(ITypeInfo** info) noexcept {
   if (info == nullptr) return E_POINTER;
   const ClassIdentity& identity = owner_.class_.identity();
-  return platform::typeInformation(identity.classId, identity.classId, identity.name, info);
+  return automation::typeInformation(identity.classId, identity.classId, identity.name, info);
 }
 
 }  // namespace quendal

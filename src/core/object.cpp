@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
+#include "automation/dispatch.h"
 #include "core/array_view.h"
-#include "platform/dispatch.h"
 
 namespace quendal {
 namespace {
@@ -83,7 +83,7 @@ Object Object::from(const VARIANT& value) {
 DISPID Object::idOf(std::u16string_view name) const {
   if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
   DISPID id = DISPID_UNKNOWN;
-  if (FAILED(platform::memberId(object_, name, &id)))
+  if (FAILED(automation::memberId(object_, name, &id)))
     throw AutomationError(error_number::kNoSuchMember);
   return id;
 }

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/element_size.h"
+#include "automation/element_size.h"
 
 namespace quendal {
 namespace {
@@ -114,7 +114,7 @@ VARIANT follow(const VARIANT& value) noexcept {
   if (source->byref == nullptr) return result;
   const auto type = static_cast<VARTYPE>(source->vt & ~VT_BYREF);
   const bool isArray = (type & VT_ARRAY) != 0;
-  const std::size_t size = isArray ? sizeof(SAFEARRAY*) : platform::elementSize(type);
+  const std::size_t size = isArray ? sizeof(SAFEARRAY*) : automation::elementSize(type);
   if (size == 0 || type == VT_VARIANT) return result;
   if (type == VT_DECIMAL)
     result.decVal = *source->pdecVal;  // overlays the tag, set below

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/element_size.h"
+#include "automation/element_size.h"
 
 namespace quendal {
 namespace {
@@ -52,7 +52,7 @@ void storeThrough(const VARIANT& reference, Variant value) {
 
   const auto type = static_cast<VARTYPE>(target->vt & ~VT_BYREF);
   Variant typed = value.vt == type ? std::move(value) : converted(value, type);
-  const std::size_t size = platform::elementSize(type);
+  const std::size_t size = automation::elementSize(type);
   if (size == 0 || size > sizeof typed.llVal) throw AutomationError(error_number::kTypeMismatch);
   auto* const place = static_cast<std::byte*>(target->byref);
   auto* const payload = reinterpret_cast<std::byte*>(&typed.llVal);

@@ -4,9 +4,9 @@
 #include <limits>
 #include <new>
 
+#include "base/copy_characters.h"
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/copy_characters.h"
-#include "core/text_tools.h"
 
 namespace quendal {
 namespace {

@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
+#include "automation/text_output.h"
 #include "core/class_description.h"
 #include "core/enumerations.h"
 #include "core/parameters.h"
-#include "platform/text_output.h"
 
 namespace quendal {
 
@@ -52,7 +52,7 @@ class Concat {
 
   // The buffer has room for `bufferSize_` characters, and appending within it copies nothing but
   // the piece. Those from `written_` on count as blanks, without being there.
-  platform::TextMemory memory_;
+  automation::TextMemory memory_;
   std::int32_t bufferSize_ = 0;  // differs from `capacity_`, and
   std::int32_t written_ = 0;     // this from `length_`, only after a failure
   std::int32_t length_ = 0;

@@ -8,20 +8,20 @@
 #include <utility>
 #include <vector>
 
+#include "automation/dictionary_access.h"
 #include "functions/json_characters.h"
 #include "functions/json_error.h"
 #include "functions/json_keys.h"
 #include "functions/json_number.h"
 #include "functions/nesting_limit.h"
-#include "platform/dictionary_access.h"
 
 namespace quendal {
 namespace {
 
 struct ReleaseDictionary {
-  void operator()(platform::IDictionary* dictionary) const noexcept { dictionary->Release(); }
+  void operator()(automation::IDictionary* dictionary) const noexcept { dictionary->Release(); }
 };
-using OwnedDictionary = std::unique_ptr<platform::IDictionary, ReleaseDictionary>;
+using OwnedDictionary = std::unique_ptr<automation::IDictionary, ReleaseDictionary>;
 
 /// The elements of the arrays that are open, those of the innermost one last.
 class Elements {
@@ -118,7 +118,7 @@ class Decoder {
   std::u16string unescaped_;  // a string with escapes
   JsonKeys keys_;
   NestingLimit limit_;
-  platform::DictionaryMaker maker_;
+  automation::DictionaryMaker maker_;
 };
 
 template <class Content>

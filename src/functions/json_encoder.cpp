@@ -6,13 +6,13 @@
 #include <utility>
 #include <variant>
 
+#include "automation/dictionary_access.h"
+#include "base/text.h"
 #include "core/array_view.h"
-#include "core/text_tools.h"
 #include "functions/json_error.h"
 #include "functions/json_recordset.h"
 #include "functions/json_writer.h"
 #include "functions/nesting_limit.h"
-#include "platform/dictionary_access.h"
 
 namespace quendal {
 namespace {
@@ -36,7 +36,7 @@ struct OpenArray {
 struct OpenDictionary {
   explicit OpenDictionary(IUnknown& object) noexcept : reader(object) {}
 
-  platform::DictionaryReader reader;
+  automation::DictionaryReader reader;
   bool isFirst = true;
 };
 
@@ -205,7 +205,7 @@ void Encoder::goOn(OpenArray& array) {
 }
 
 void Encoder::goOn(OpenDictionary& dictionary) {
-  platform::DictionaryReader& reader = dictionary.reader;
+  automation::DictionaryReader& reader = dictionary.reader;
   HRESULT step = reader.next();
   for (; step == S_OK; step = reader.next()) {
     const bool isFirst = std::exchange(dictionary.isFirst, false);

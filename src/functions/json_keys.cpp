@@ -2,8 +2,8 @@
 
 #include <new>
 
+#include "automation/dictionary_access.h"
 #include "functions/json_characters.h"
-#include "platform/dictionary_access.h"
 
 namespace quendal {
 namespace {
@@ -43,7 +43,7 @@ JsonKeys::Place JsonKeys::find(std::u16string_view key, bool isPlain) {
   if (holds(other, key)) return other;
   const bool isTaken = kept_[place].text.get() != nullptr && kept_[other].text.get() == nullptr;
   Kept& kept = kept_[isTaken ? other : place];
-  kept.text = Text::attach(platform::newKey(key));
+  kept.text = Text::attach(automation::newKey(key));
   if (kept.text.get() == nullptr) throw std::bad_alloc();
   kept.length = key.size();
   kept.isPlain = isPlain;
@@ -51,7 +51,7 @@ JsonKeys::Place JsonKeys::find(std::u16string_view key, bool isPlain) {
 }
 
 Text JsonKeys::shareAt(Place place) const {
-  Text shared = Text::attach(platform::shareKey(kept_[place].text.get()));
+  Text shared = Text::attach(automation::shareKey(kept_[place].text.get()));
   if (shared.get() == nullptr) throw std::bad_alloc();
   return shared;
 }

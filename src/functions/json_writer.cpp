@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-#include "core/copy_characters.h"
+#include "base/copy_characters.h"
 #include "functions/json_characters.h"
 
 namespace quendal {
@@ -167,7 +167,7 @@ void JsonWriter::putNumber(double value) {
     const auto whole = static_cast<std::int64_t>(value);
     if (static_cast<double>(whole) == value) return putInteger(whole);
   }
-  length_ += platform::writeRealText(value, room(platform::kLongestRealText));
+  length_ += automation::writeRealText(value, room(automation::kLongestRealText));
 }
 
 void JsonWriter::putNumber(std::u16string_view ordinaryText) {

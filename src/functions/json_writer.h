@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/text_output.h"
+#include "automation/text_output.h"
 
 namespace quendal {
 
@@ -47,7 +47,7 @@ class JsonWriter {
   void grow(std::size_t count);
   void putInteger(std::int64_t value);
 
-  platform::TextMemory memory_;
+  automation::TextMemory memory_;
   std::size_t length_ = 0;
 };
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
 #include "logging/fill.h"
 #include "logging/logging.h"
 

@@ -1,7 +1,7 @@
 #include "logging/line_prefix.h"
 
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/locale.h"

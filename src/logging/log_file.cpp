@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
 #include "platform/locale.h"

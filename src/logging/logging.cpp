@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "base/text.h"
 #include "core/apartment.h"
 #include "core/dictionary.h"
-#include "core/text_tools.h"
 #include "logging/line_prefix.h"
 #include "system/platform_block.h"
 #include "system/queries.h"

@@ -1,6 +1,6 @@
 // The start and the end of a page's run.
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
 #include "logging/line_prefix.h"
 #include "logging/logging.h"
 

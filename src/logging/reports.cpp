@@ -6,8 +6,8 @@
 
 #include <utility>
 
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
 #include "logging/line_prefix.h"
 #include "logging/logging.h"
 

@@ -10,8 +10,6 @@
 namespace quendal::strings {
 namespace {
 
-using platform::Moment;
-
 constexpr std::array<std::u16string_view, 12> kMonths{
     u"January", u"February", u"March",     u"April",   u"May",      u"June",
     u"July",    u"August",   u"September", u"October", u"November", u"December"};

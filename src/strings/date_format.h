@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/moment.h"
+#include "base/moment.h"
 
 namespace quendal::strings {
 
@@ -14,7 +14,6 @@ namespace quendal::strings {
 /// the implementation and each over the whole text. So a token may begin in the format and end in
 /// a name that a token of higher rank has left behind it: "#D#MMM" in December is first "#DDec"
 /// and then "05ec". That is deliberate.
-[[nodiscard]] std::u16string formatMoment(const platform::Moment& moment,
-                                          std::u16string_view format);
+[[nodiscard]] std::u16string formatMoment(const Moment& moment, std::u16string_view format);
 
 }  // namespace quendal::strings

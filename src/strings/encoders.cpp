@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "platform/code_page.h"
 #include "platform/locale.h"
 

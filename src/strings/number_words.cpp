@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 
 namespace quendal::strings {
 namespace {

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <optional>
 
+#include "automation/date_text.h"
 #include "core/apartment.h"
 #include "core/compare.h"
 #include "platform/code_page.h"
-#include "platform/date_text.h"
 #include "platform/identities.h"
 #include "strings/capitalize.h"
 #include "strings/date_format.h"
@@ -53,7 +53,7 @@ Variant emptyOnError(Make&& make) {
 
 double dateOfText(std::u16string_view text) {
   double date = 0;
-  if (!platform::parseDate(text, date)) throw AutomationError(error_number::kTypeMismatch);
+  if (!automation::parseDate(text, date)) throw AutomationError(error_number::kTypeMismatch);
   return date;
 }
 
@@ -107,7 +107,7 @@ Variant StringFunctions::formatDateTime(VariantRef& date, VariantRef& format) {
   Variant result;
   const bool formatted = ignoringErrors([&] {
     if (format.value().vt != VT_BSTR) format.set(Variant(textOf(format.value())));
-    const auto moment = platform::momentOf(dateToFormat(date.value()));
+    const auto moment = momentOf(dateToFormat(date.value()));
     if (!moment) throw AutomationError(error_number::kInvalidCall);
     result = Variant(strings::formatMoment(*moment, ArgumentText(format.value())));
   });

@@ -1,6 +1,6 @@
 #include "system/host_address.h"
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "platform/messages.h"
 #include "platform/sockets.h"
 

@@ -1,8 +1,8 @@
 #include "system/platform_block.h"
 
+#include "base/text.h"
 #include "core/apartment.h"
 #include "core/product.h"
-#include "core/text_tools.h"
 #include "system/host_address.h"
 #include "system/queries.h"
 

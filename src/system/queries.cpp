@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "core/apartment.h"
 #include "core/enumerations.h"
-#include "core/text_tools.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
 #include "platform/identities.h"

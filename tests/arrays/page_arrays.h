@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "base/utf8.h"
 #include "core/array_view.h"
 #include "core/variant_ref.h"
-#include "platform/code_page.h"
 #include "tests/core/raw_call.h"
 
 namespace quendal::test {
@@ -43,7 +43,7 @@ inline std::string shownArray(const VARIANT& value) {
   if (plain.vt == VT_EMPTY) return "~";
   if (plain.vt == VT_NULL) return "Null";
   if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) return plain.punkVal ? "?" : "Nothing";
-  if ((plain.vt & VT_ARRAY) == 0) return platform::toUtf8(textOf(plain));
+  if ((plain.vt & VT_ARRAY) == 0) return toUtf8(textOf(plain));
   if (plain.parray == nullptr) return "none";
   const LONG lower = plain.parray->rgsabound[0].lLbound;
   std::string text = lower == 0 ? "[" : std::to_string(lower) + "[";

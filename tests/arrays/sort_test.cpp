@@ -114,7 +114,7 @@ TEST(Sort, TakesAPartAndTellsWhatIsWrongWithABound) {
     PageVariable variable(row.value);
     try {
       qSortInPlace(variable.value(), row.lower, row.upper, row.order);
-      ADD_FAILURE() << platform::toUtf8(row.message);
+      ADD_FAILURE() << toUtf8(row.message);
     } catch (const AutomationError& error) {
       EXPECT_EQ(error.description(), row.message);
     }
@@ -167,7 +167,7 @@ TEST(SortKey, IsInTheOrderOfTheTexts) {
   for (const std::u16string_view a : texts) {
     for (const std::u16string_view b : texts) {
       EXPECT_EQ(sign(keyOf(a).compare(keyOf(b))), sign(platform::compareTextNoCase(a, b)))
-          << platform::toUtf8(a) << " and " << platform::toUtf8(b);
+          << toUtf8(a) << " and " << toUtf8(b);
     }
   }
 }

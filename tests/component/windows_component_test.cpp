@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "base/utf8.h"
 #include "component/catalogue.h"
-#include "platform/code_page.h"
 #include "tests/component/windows_dll.h"
 
 namespace quendal::test {
@@ -64,7 +64,7 @@ std::string slotText(ITypeInfo* info, UINT index) {
   BSTR name = nullptr;
   info->GetDocumentation(function->memid, &name, nullptr, nullptr, nullptr);
   std::string text = std::to_string(function->memid) + " " + std::to_string(function->invkind) +
-                     " " + platform::toUtf8(Text::attach(name).view()) + "/" +
+                     " " + toUtf8(Text::attach(name).view()) + "/" +
                      std::to_string(function->cParams);
   info->ReleaseFuncDesc(function);
   return text;
@@ -75,8 +75,8 @@ std::string slotText(const MemberRow& row) {
                    : row.kind == MemberKind::Get  ? INVOKE_PROPERTYGET
                                                   : INVOKE_PROPERTYPUT;
   const std::size_t count = row.parameterCount + (row.result.type != InterfaceType::None ? 1 : 0);
-  return std::to_string(row.id) + " " + std::to_string(kind) + " " + platform::toUtf8(row.name) +
-         "/" + std::to_string(count);
+  return std::to_string(row.id) + " " + std::to_string(kind) + " " + toUtf8(row.name) + "/" +
+         std::to_string(count);
 }
 
 TEST_F(TypeLibraryTest, HoldsExactlyTheInterfacesOfTheTablesSlotBySlot) {
@@ -108,7 +108,7 @@ TEST_F(TypeLibraryTest, HoldsExactlyTheInterfacesOfTheTablesSlotBySlot) {
     EXPECT_NE(attributes->wTypeFlags & TYPEFLAG_FOLEAUTOMATION, 0);
     table->ReleaseTypeAttr(attributes);
     const auto members = entry.description.members();
-    ASSERT_EQ(slots, members.size()) << platform::toUtf8(identity.name);
+    ASSERT_EQ(slots, members.size()) << toUtf8(identity.name);
     for (UINT i = 0; i < slots; ++i) EXPECT_EQ(slotText(table, i), slotText(members[i]));
     table->Release();
     dispatchInfo->Release();

@@ -5,10 +5,10 @@
 #include <array>
 #include <cstdio>
 
+#include "base/utf8.h"
 #include "component/catalogue.h"
 #include "core/guid.h"
 #include "core/names.h"
-#include "platform/code_page.h"
 #include "tests/component/windows_dll.h"
 
 namespace quendal::test {
@@ -94,7 +94,7 @@ TEST_F(RegistrationTest, IsForTheMachineOrTheUserAndLeavesNothingBehind) {
     ASSERT_EQ(scope.off(), S_OK);
     for (const std::u16string& key : registeredKeys())
       for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})
-        EXPECT_FALSE(keyExists(root, key)) << platform::toUtf8(key);
+        EXPECT_FALSE(keyExists(root, key)) << toUtf8(key);
     EXPECT_EQ(scope.off(), S_OK);  // nothing left to remove is no error
   }
 }

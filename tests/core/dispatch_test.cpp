@@ -1,8 +1,8 @@
 // Calls by name and through the function table, as hosts make them.
 #include <gtest/gtest.h>
 
+#include "base/utf8.h"
 #include "core/dispatch.h"
-#include "platform/code_page.h"
 #include "tests/core/probe.h"
 #include "tests/core/raw_call.h"
 
@@ -24,7 +24,7 @@ struct ProbeTable : IDispatch {
 
 namespace {
 
-std::string shown(const VARIANT& value) { return platform::toUtf8(textOf(value)); }
+std::string shown(const VARIANT& value) { return toUtf8(textOf(value)); }
 
 class DispatchTest : public ::testing::Test {
  protected:
@@ -187,7 +187,7 @@ TEST_F(DispatchTest, PropertiesAreReadWrittenAndForwardTheirArguments) {
   EXPECT_EQ(rawCall(object_, u"Property", {text}, {}, DISPATCH_PROPERTYGET).code,
             DISP_E_BADPARAMCOUNT);  // text has no members to apply it to
 
-  const Object dictionary = Object::attach(platform::newDictionary());
+  const Object dictionary = Object::attach(automation::newDictionary());
   dictionary.call(u"Add", u"key", u"item");
   object_.put(u"Property", dictionary);
   EXPECT_EQ(shown(object_.get(u"Property", u"key")), "item");
@@ -214,7 +214,7 @@ TEST_F(DispatchTest, OneObjectHasOneIdentityAndTellsItsClass) {
 
 TEST_F(DispatchTest, TheFunctionTableServesEarlyBoundCallers) {
   auto* table = reinterpret_cast<ProbeTable*>(object_.dispatch());
-  const auto taken = [](BSTR text) { return platform::toUtf8(Text::attach(text).view()); };
+  const auto taken = [](BSTR text) { return toUtf8(Text::attach(text).view()); };
   BSTR result = nullptr;
   std::int16_t small = 2;
   Variant gap = Variant::missing(), other = Variant::missing();

@@ -2,9 +2,9 @@
 
 #include <stdexcept>
 
+#include "base/text.h"
 #include "core/guid.h"
 #include "core/members.h"
-#include "core/text_tools.h"
 
 namespace quendal::test {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/dispatch.h"
+#include "automation/dispatch.h"
 
 namespace quendal::test {
 

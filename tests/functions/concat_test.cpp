@@ -1,9 +1,9 @@
 // `Concat`, as pages call it.
 #include <gtest/gtest.h>
 
+#include "base/utf8.h"
 #include "core/dispatch.h"
 #include "functions/concat.h"
-#include "platform/code_page.h"
 #include "tests/support/script_object.h"
 
 namespace quendal::test {
@@ -26,9 +26,7 @@ class ConcatTest : public ::testing::Test {
     builder_.put(u"Value", text);
     return state();
   }
-  std::string get(std::u16string_view property) {
-    return platform::toUtf8(textOf(builder_.get(property)));
-  }
+  std::string get(std::u16string_view property) { return toUtf8(textOf(builder_.get(property))); }
   std::string state() { return get(u"Value") + "|" + get(u"Length") + "|" + get(u"BufferLength"); }
   void renew() { builder_ = Owned<Concat>::make().object(); }
 
@@ -45,13 +43,13 @@ TEST_F(ConcatTest, StartsWithRoomAndGrowsByDoubling) {
     renew();
     const std::u16string text = letters(static_cast<std::size_t>(length));
     const std::string expected =
-        platform::toUtf8(text) + "|" + std::to_string(length) + "|" + std::to_string(capacity);
+        toUtf8(text) + "|" + std::to_string(length) + "|" + std::to_string(capacity);
     EXPECT_EQ(after(u"AppendEx", text), expected);
     renew();
     for (int i = 0; i < length; ++i) builder_.call(u"Append", u"x");
     EXPECT_EQ(state(), expected);
-    EXPECT_EQ(get(u"Buffer"), platform::toUtf8(text) +
-                                  std::string(static_cast<std::size_t>(capacity - length), ' '));
+    EXPECT_EQ(get(u"Buffer"),
+              toUtf8(text) + std::string(static_cast<std::size_t>(capacity - length), ' '));
   }
   EXPECT_EQ(after(u"Clear", std::int32_t{3}), "|0|3");
   EXPECT_EQ(after(u"Append", u"abcd"), "abcd|4|6");  // from whatever the capacity is
@@ -64,7 +62,7 @@ TEST_F(ConcatTest, PutsQuotesOfEachStyle) {
   for (const auto& [style, expected] : styles) {
     renew();
     builder_.call(u"Append", u"ab");
-    EXPECT_EQ(textOf(builder_.get(u"Text", style)), platform::fromUtf8(expected));
+    EXPECT_EQ(textOf(builder_.get(u"Text", style)), fromUtf8(expected));
     EXPECT_EQ(get(u"Text"), "ab");
     builder_.call(u"Clear");
     builder_.call(u"AppendEx", u"ab", style);
@@ -103,7 +101,7 @@ TEST_F(ConcatTest, InsertsAtAPositionOfTheContent) {
   }
   renew();
   afterPut(u"tail");
-  EXPECT_EQ(after(u"Prepend", letters(30)), platform::toUtf8(letters(30)) + "tail|34|64");
+  EXPECT_EQ(after(u"Prepend", letters(30)), toUtf8(letters(30)) + "tail|34|64");
 }
 
 TEST_F(ConcatTest, ClearsTrimsAndReplaces) {

@@ -86,7 +86,7 @@ TEST_F(FacadeTest, SleepLastsAsLongAsAsked) {
   for (const Variant& nothing :
        {Variant(std::int32_t{0}), Variant(), Variant(u"abc"), Variant::null(), Variant(1e12),
         Variant::missing(), Variant(ScriptObject().object())})
-    EXPECT_LE(timeOf(nothing), 40) << platform::toUtf8(typeNameOf(nothing));
+    EXPECT_LE(timeOf(nothing), 40) << toUtf8(typeNameOf(nothing));
 }
 
 TEST(PumpingWait, CountsInThirtyTwoBitSteps) {

@@ -46,8 +46,7 @@ std::string shortOutcome(std::u16string_view text) {
 
 template <std::size_t N>
 void expectAll(const Row (&rows)[N]) {
-  for (const Row& row : rows)
-    EXPECT_EQ(shortOutcome(row.text), row.expected) << platform::toUtf8(row.text);
+  for (const Row& row : rows) EXPECT_EQ(shortOutcome(row.text), row.expected) << toUtf8(row.text);
 }
 
 TEST(JsonDecode, ReadsEveryKindOfValue) {
@@ -211,7 +210,7 @@ TEST(JsonDecode, NumbersAreTheNearestDoubles) {
   const auto expectNearest = [](const std::string& text) {
     double expected = 0;
     std::from_chars(text.data(), text.data() + text.size(), expected);
-    const Variant value = decode(platform::fromUtf8(text));
+    const Variant value = decode(fromUtf8(text));
     ASSERT_EQ(value.vt, VT_R8);
     EXPECT_EQ(value.dblVal, expected) << text;
   };
@@ -297,7 +296,7 @@ TEST(JsonDecode, ManyKeysOfObjectsMayBeForgottenAndComeAgain) {
   for (int round = 0; round < 3; ++round) {
     for (int i = 0; i < 700; ++i) {
       const std::string key = "key" + std::to_string(i * 7);
-      text += platform::fromUtf8("{\"" + key + "\":1,\"x\":{\"" + key + "\":2,\"y\":3}},");
+      text += fromUtf8("{\"" + key + "\":1,\"x\":{\"" + key + "\":2,\"y\":3}},");
       expected += "{" + key + ":1 x:{" + key + ":2 y:3}} ";
     }
   }

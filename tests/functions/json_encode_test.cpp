@@ -73,7 +73,7 @@ TEST(JsonEncode, WritesEachKindOfValue) {
       {ofType(VT_CY, Variant(12.5)), "\"12.5\""},
       {decimal(725, 2), "\"-7.25\""},
       {ofType(VT_UI1, Variant(std::int16_t{200})), "\"200\""},
-      {Variant::date(0.5), "\"" + platform::toUtf8(textOf(Variant::date(0.5))) + "\""},
+      {Variant::date(0.5), "\"" + toUtf8(textOf(Variant::date(0.5))) + "\""},
       {Variant::missing(), "\"Error 448\""},
       {errorValue(errorCode(2042)), "\"Error 2042\""},
       {reference, "7"},
@@ -100,7 +100,7 @@ TEST(JsonEncode, WritesEachKindOfValue) {
 // Whatever the way to it: the text is that of the platform's own conversion, with "." for ",".
 TEST(JsonEncode, NumbersHaveTheirOrdinaryText) {
   const auto expectOrdinary = [](double value) {
-    std::string expected = platform::toUtf8(textOf(Variant(value)));
+    std::string expected = toUtf8(textOf(Variant(value)));
     if (const std::size_t comma = expected.find(','); comma != expected.npos) expected[comma] = '.';
     EXPECT_EQ(encoded(Variant(value)), expected);
   };
@@ -160,7 +160,7 @@ TEST(JsonEncode, EscapesWhatStringsMayNotHold) {
       text[place] = u'\n';
       expected.replace(place, 1, "\\n");
       EXPECT_EQ(encoded(Variant(text)), "\"" + expected + "\"");
-      EXPECT_TRUE(viewOf(decode(platform::fromUtf8("\"" + expected + "\"")).bstrVal) == text);
+      EXPECT_TRUE(viewOf(decode(fromUtf8("\"" + expected + "\"")).bstrVal) == text);
     }
   }
   EXPECT_EQ(encoded(Variant(std::u16string(1000, u'\x01'))).size(), 6002u);
@@ -226,7 +226,7 @@ class Cursor {
 
  private:
   void note(std::u16string_view name, std::function<Variant()> call) {
-    cursor_.member(name, [this, call, label = platform::toUtf8(name)](auto) {
+    cursor_.member(name, [this, call, label = toUtf8(name)](auto) {
       calls_ += (calls_.empty() ? "" : " ") + label;
       return call();
     });

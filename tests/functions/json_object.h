@@ -3,10 +3,10 @@
 
 #include <string>
 
+#include "base/utf8.h"
 #include "core/dictionary.h"
 #include "core/dispatch.h"
 #include "functions/json.h"
-#include "platform/code_page.h"
 
 namespace quendal::test::json {
 
@@ -15,11 +15,11 @@ namespace quendal::test::json {
 inline std::string shown(const VARIANT& value) {
   switch (value.vt) {
     case VT_R8:
-      return platform::toUtf8(textOf(value));
+      return toUtf8(textOf(value));
     case VT_BSTR:
-      return "'" + platform::toUtf8(viewOf(value.bstrVal)) + "'";
+      return "'" + toUtf8(viewOf(value.bstrVal)) + "'";
     case VT_BOOL:
-      return platform::toUtf8(textOf(value));
+      return toUtf8(textOf(value));
     case kVariantArray: {
       std::string all = "[";
       forEach(value, [&](const Variant& element) {
@@ -32,15 +32,15 @@ inline std::string shown(const VARIANT& value) {
       if (!dictionary) break;
       std::string all = "{";
       forEach(dictionary->keys(), [&](const Variant& key) {
-        all += (all.size() == 1 ? "" : " ") + platform::toUtf8(textOf(key)) + ":" +
-               shown(dictionary->item(key));
+        all +=
+            (all.size() == 1 ? "" : " ") + toUtf8(textOf(key)) + ":" + shown(dictionary->item(key));
       });
       return all + "}";
     }
     default:
       break;
   }
-  return platform::toUtf8(typeNameOf(value));
+  return toUtf8(typeNameOf(value));
 }
 
 /// A new one. (None is kept for a thread: with MinGW `thread_local` destructors meet freed
@@ -53,8 +53,8 @@ std::string outcomeOf(Call&& call) {
   try {
     return shown(call());
   } catch (const AutomationError& error) {
-    return std::to_string(error.number()) + " " + platform::toUtf8(error.source()) + ": " +
-           platform::toUtf8(error.description());
+    return std::to_string(error.number()) + " " + toUtf8(error.source()) + ": " +
+           toUtf8(error.description());
   }
 }
 

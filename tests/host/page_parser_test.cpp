@@ -6,6 +6,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "base/utf8.h"
 #include "platform/code_page.h"
 #include "tools/asp_host/site_path.h"
 
@@ -24,7 +25,7 @@ ParsedPage parse(const Files& files) {
                                return found->second;
                              },
                              [](std::string_view bytes, unsigned codePage) {
-                               return codePage == 65001 ? platform::fromUtf8(bytes)
+                               return codePage == 65001 ? fromUtf8(bytes)
                                                         : platform::fromCodePage(bytes);
                              }});
 }
@@ -37,15 +38,12 @@ std::string script(const ParsedPage& page, std::size_t number = 0) {
   for (const SourceLine& line : script.lines) {
     const std::u16string code(text.substr(0, text.find(u'\n')));
     text.remove_prefix(code.size() + 1);
-    result += "\n" + platform::toUtf8(line.file) + std::to_string(line.line) + "|";
+    result += "\n" + toUtf8(line.file) + std::to_string(line.line) + "|";
     constexpr std::u16string_view kBlock = u"Response.WriteBlock(";
     if (code.starts_with(kBlock))
-      result += "'" +
-                platform::toUtf8(
-                    page.blocks.at(std::stoul(platform::toUtf8(code.substr(kBlock.size()))))) +
-                "'";
+      result += "'" + toUtf8(page.blocks.at(std::stoul(toUtf8(code.substr(kBlock.size()))))) + "'";
     else
-      result += platform::toUtf8(code);
+      result += toUtf8(code);
   }
   EXPECT_TRUE(text.empty());
   return result;
@@ -56,7 +54,7 @@ std::string failure(const Files& files) {
     static_cast<void>(parse(files));
     return "none";
   } catch (const PageError& error) {
-    return platform::toUtf8(error.text());
+    return toUtf8(error.text());
   }
 }
 
@@ -125,7 +123,7 @@ TEST(PageParser, FaultsAreToldWithTheirPlace) {
   Files files;
   for (int i = 0; i < 30; ++i) {
     const std::string next = "<!--#include file=f" + std::to_string(i + 1) + "-->";
-    files[i == 0 ? u"page" : platform::fromUtf8("f" + std::to_string(i))] = next + next;
+    files[i == 0 ? u"page" : fromUtf8("f" + std::to_string(i))] = next + next;
   }
   files[u"f30"] = "x";
   EXPECT_NE(failure(files).find("there are too many includes"), std::string::npos);
@@ -157,16 +155,15 @@ TEST(SitePath, OnlyPlainPathsBelowTheRootAreResolved) {
   };
   for (const auto& test : kCases) {
     const auto resolved = resolvedPath(test.path);
-    EXPECT_EQ(resolved ? platform::toUtf8(*resolved) : "none", test.resolved)
-        << platform::toUtf8(test.path);
+    EXPECT_EQ(resolved ? toUtf8(*resolved) : "none", test.resolved) << toUtf8(test.path);
   }
 }
 
 TEST(SitePath, LogsInAnyCaseAtAnyDepth) {
   for (const char16_t* logs : {u"/LOGS", u"/Logs/log.txt", u"/a/lOgS/b"})
-    EXPECT_TRUE(leadsThroughLogs(logs)) << platform::toUtf8(logs);
+    EXPECT_TRUE(leadsThroughLogs(logs)) << toUtf8(logs);
   for (const char16_t* other : {u"", u"/LOG", u"/LOGS.TXT", u"/MYLOGS/a", u"/LOGS2"})
-    EXPECT_FALSE(leadsThroughLogs(other)) << platform::toUtf8(other);
+    EXPECT_FALSE(leadsThroughLogs(other)) << toUtf8(other);
 }
 
 TEST(SitePath, PercentSequences) {

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
-#include "platform/code_page.h"
 #include "system/queries.h"
 
 namespace quendal::test {
@@ -109,7 +109,7 @@ std::string LoggerTest::masked(std::u16string text) {
   for (std::size_t at = text.find(identity, kDateLength); at != text.npos;
        at = text.find(identity, at))
     text.replace(at - kDateLength, kDateLength + identity.size(), u"@");
-  return platform::toUtf8(text);
+  return toUtf8(text);
 }
 
 }  // namespace quendal::test

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "support/log_writer.h"
 #include "tests/platform/temp_folder.h"
 
@@ -30,7 +30,7 @@ TEST(Processes, EightWritersThatRollOverLeaveEveryEntryExactlyOnce) {
   const platform::TempFolder folder;
   std::vector<std::vector<std::string>> writers;
   for (int i = 0; i < kProcesses; ++i)
-    writers.push_back({"--write-log", platform::toUtf8(folder.path()), "W" + std::to_string(i),
+    writers.push_back({"--write-log", toUtf8(folder.path()), "W" + std::to_string(i),
                        std::to_string(kEntries), std::to_string(64 * 1024)});
   ASSERT_EQ(test::runTogether(writers), 0);
 
@@ -47,7 +47,7 @@ TEST(Processes, EightWritersThatRollOverLeaveEveryEntryExactlyOnce) {
   }
   EXPECT_GT(files, 10u);
   EXPECT_EQ(seen.size(), static_cast<std::size_t>(kProcesses * kEntries));
-  for (const auto& [entry, count] : seen) ASSERT_EQ(count, 1) << platform::toUtf8(entry);
+  for (const auto& [entry, count] : seen) ASSERT_EQ(count, 1) << toUtf8(entry);
 }
 
 }  // namespace

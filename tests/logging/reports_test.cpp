@@ -1,10 +1,10 @@
 // The reports: what they write, and what they hand back.
 #include <algorithm>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "core/apartment.h"
 #include "core/dictionary.h"
-#include "core/text_tools.h"
-#include "platform/code_page.h"
 #include "system/platform_block.h"
 #include "system/queries.h"
 #include "tests/logging/logger_fixture.h"
@@ -20,7 +20,7 @@ std::string row(std::string_view name, std::string_view value, std::size_t inden
          std::string(value);
 }
 
-std::string ascii(std::u16string_view text) { return platform::toUtf8(text); }
+std::string ascii(std::u16string_view text) { return toUtf8(text); }
 
 /// The log that holds these entries.
 std::string entries(const std::vector<std::string>& texts) {

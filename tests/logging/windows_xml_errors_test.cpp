@@ -1,5 +1,5 @@
 // The system's own XML document, parsed from good and bad text.
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "tests/logging/logger_fixture.h"
 
 namespace quendal::test {
@@ -33,9 +33,7 @@ TEST_F(XmlErrors, TheParsersOwnErrorIsTold) {
   EXPECT_TRUE(log.starts_with("@ *** ERROR *** mixed up\n@ *** XML Parser Error URL")) << log;
   for (const auto& [label, member] :
        {std::pair("Line     *** = ", u"line"), std::pair("Code     *** = ", u"errorCode")})
-    EXPECT_NE(log.find(label + platform::toUtf8(textOf(error.get(member))) + "\n"),
-              std::string::npos)
-        << log;
+    EXPECT_NE(log.find(label + toUtf8(textOf(error.get(member))) + "\n"), std::string::npos) << log;
   EXPECT_NE(int32Of(error.get(u"errorCode")), 0);
 }
 

@@ -1,4 +1,5 @@
 #include "platform/code_page.h"
+#include "base/utf8.h"
 
 #include <gtest/gtest.h>
 

@@ -1,17 +1,17 @@
 // Date texts on which both homes agree, and numbers in the locale's form.
-#include "platform/date_text.h"
+#include "automation/date_text.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 
+#include "base/date_serial.h"
+#include "base/moment.h"
+#include "base/number_pattern.h"
+#include "base/utf8.h"
 #include "platform/clock.h"
-#include "platform/code_page.h"
-#include "platform/date_serial.h"
 #include "platform/locale.h"
-#include "platform/moment.h"
-#include "platform/number_pattern.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::platform {
@@ -57,7 +57,7 @@ TEST(DateText, Accepted) {
   for (const auto& row : rows) {
     test::forEachText(row.texts, [&row](std::u16string_view text) {
       double date = 0.125;
-      EXPECT_TRUE(parseDate(text, date));
+      EXPECT_TRUE(automation::parseDate(text, date));
       EXPECT_NEAR(date, row.date, 1e-9);
     });
   }
@@ -72,9 +72,9 @@ TEST(DateText, Refused) {
       u"|31/31|0/5/2005|3/0/2005|1/1/10000|3/5/|/3/5|3//5/2005|3/5/2005x|3/5/2005 abc|3/5/2005,"
       u"|3.5.2005|#3/5/2005#|March March 5 2005|5 March 2005 6|24:00|25:00|14:60|14:30:60|2:30:|:30"
       u"|1:2:3:4|14:30:09.5|2:30 PM PM|2:30 a.m.|2:30 AM 3/5/2005 4:00|3/5/2005 24:00|2005-03-05Z",
-      [&date](std::u16string_view text) { EXPECT_FALSE(parseDate(text, date)); });
-  EXPECT_FALSE(parseDate({u"3/5/2005\0x", 10}, date));
-  EXPECT_FALSE(parseDate(std::u16string(100000, u'/'), date));
+      [&date](std::u16string_view text) { EXPECT_FALSE(automation::parseDate(text, date)); });
+  EXPECT_FALSE(automation::parseDate({u"3/5/2005\0x", 10}, date));
+  EXPECT_FALSE(automation::parseDate(std::u16string(100000, u'/'), date));
 }
 
 // A locale of its separators and group sizes.

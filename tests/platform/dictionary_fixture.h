@@ -10,13 +10,13 @@
 #include <utility>
 #include <vector>
 
+#include "automation/dictionary_abi.h"
+#include "automation/dispatch.h"
 #include "platform/automation_values.h"
-#include "platform/dictionary_abi.h"
-#include "platform/dispatch.h"
 
 namespace quendal::test {
 
-using platform::IDictionary;
+using automation::IDictionary;
 
 inline constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
 inline constexpr HRESULT kKeyExists = static_cast<HRESULT>(0x800A01C9);
@@ -25,10 +25,10 @@ inline constexpr HRESULT kNotFound = static_cast<HRESULT>(0x800A802B);
 class DictionaryTest : public testing::Test {
  protected:
   void SetUp() override {
-    IDispatch* made = platform::newDictionary();
+    IDispatch* made = automation::newDictionary();
     ASSERT_NE(made, nullptr);
     void* found = nullptr;
-    ASSERT_EQ(made->QueryInterface(platform::kIidDictionary, &found), S_OK);
+    ASSERT_EQ(made->QueryInterface(automation::kIidDictionary, &found), S_OK);
     made->Release();
     dictionary_ = static_cast<IDictionary*>(found);
   }
@@ -101,7 +101,7 @@ class DictionaryTest : public testing::Test {
   HRESULT invoke(std::u16string_view name, WORD flags, std::vector<VARIANT> arguments,
                  VARIANT* result, EXCEPINFO* exception = nullptr) {
     DISPID id = DISPID_UNKNOWN;
-    const HRESULT found = platform::memberId(dictionary_, name, &id);
+    const HRESULT found = automation::memberId(dictionary_, name, &id);
     if (FAILED(found)) return found;
     std::reverse(arguments.begin(), arguments.end());
     DISPID put = DISPID_PROPERTYPUT;

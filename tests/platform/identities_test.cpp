@@ -6,8 +6,8 @@
 #include <cmath>
 #include <set>
 
+#include "base/date_serial.h"
 #include "platform/clock.h"
-#include "platform/date_serial.h"
 #include "platform/files.h"
 #include "platform/messages.h"
 #include "platform/module.h"

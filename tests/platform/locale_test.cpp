@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::platform {

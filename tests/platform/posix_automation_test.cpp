@@ -7,12 +7,12 @@
 #include <random>
 #include <string>
 
+#include "automation/date_text.h"
+#include "automation/dictionary_abi.h"
+#include "automation/dispatch.h"
+#include "automation/posix/civil_date.h"
+#include "automation/posix/number_text.h"
 #include "platform/automation_values.h"
-#include "platform/dictionary_abi.h"
-#include "platform/dispatch.h"
-#include "platform/posix/automation/civil_date.h"
-#include "platform/posix/automation/date_text.h"
-#include "platform/posix/automation/number_text.h"
 #include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
 
@@ -57,7 +57,7 @@ TEST(PosixAutomation, DeepDictionariesAreDestroyedWithoutDeepCalls) {
     VARIANT chain = objectOf(counter);
     for (int level = 0; level < kDeep; ++level) {
       if (level % 2 == 0) chain = inArray(chain);
-      auto* dictionary = static_cast<platform::IDictionary*>(platform::newDictionary());
+      auto* dictionary = static_cast<automation::IDictionary*>(automation::newDictionary());
       EXPECT_EQ(dictionary->Add(i4(1).source(), &chain), S_OK);
       EXPECT_EQ(VariantClear(&chain), S_OK);
       chain.vt = VT_DISPATCH;
@@ -128,37 +128,37 @@ TEST(PosixAutomation, LongNumeralsAreReadExactly) {
         "1.7976931348623158e308", "4.9e-324",
         "123456789012345678901234567890123456789012345e-40"}) {
     const std::string narrow(numeral);
-    const auto read = platform::parseNumber(std::u16string(narrow.begin(), narrow.end()));
+    const auto read = automation::parseNumber(std::u16string(narrow.begin(), narrow.end()));
     ASSERT_TRUE(read) << numeral;
-    EXPECT_EQ(platform::toReal(*read), std::strtod(numeral, nullptr)) << numeral;
+    EXPECT_EQ(automation::toReal(*read), std::strtod(numeral, nullptr)) << numeral;
   }
 }
 
 TEST(PosixAutomation, EveryDayHasItsDate) {
-  platform::CivilDate previous{99, 12, 31};
-  for (int day = platform::kFirstDay; day <= platform::kLastDay; ++day) {
-    const platform::CivilDate date = platform::dateOf(day);
-    ASSERT_TRUE(platform::isCivilDate(date));
-    ASSERT_EQ(platform::daysOf(date), day);
+  automation::CivilDate previous{99, 12, 31};
+  for (int day = automation::kFirstDay; day <= automation::kLastDay; ++day) {
+    const automation::CivilDate date = automation::dateOf(day);
+    ASSERT_TRUE(automation::isCivilDate(date));
+    ASSERT_EQ(automation::daysOf(date), day);
     ASSERT_TRUE(date.day == previous.day + 1 ||
                 (date.day == 1 && (date.month == previous.month + 1 ||
                                    (date.month == 1 && date.year == previous.year + 1))));
     previous = date;
   }
   EXPECT_EQ(previous.year, 9999);
-  platform::DateParts parts;
-  EXPECT_TRUE(platform::splitDate(-1.9999999, parts));
+  automation::DateParts parts;
+  EXPECT_TRUE(automation::splitDate(-1.9999999, parts));
   EXPECT_EQ(parts.days, 0);
-  EXPECT_FALSE(platform::splitDate(std::nan(""), parts));
-  EXPECT_FALSE(platform::splitDate(std::numeric_limits<double>::infinity(), parts));
+  EXPECT_FALSE(automation::splitDate(std::nan(""), parts));
+  EXPECT_FALSE(automation::splitDate(std::numeric_limits<double>::infinity(), parts));
 }
 
 TEST(PosixAutomation, DateTextIsStrictButNumbersConvert) {
   double moment = 0;
-  EXPECT_TRUE(platform::parseDateText(u"2005-03-05T14:30:00", moment));
+  EXPECT_TRUE(automation::parseDate(u"2005-03-05T14:30:00", moment));
   EXPECT_EQ(moment, 38416 + 52200 / 86400.0);
   forEachText(u"45000.5|-1|2005-03-05T|T14:30|2005-03-05T14:30:00Z|,3/5/2005",
-              [&](auto wrong) { EXPECT_FALSE(platform::parseDateText(wrong, moment)); });
+              [&](auto wrong) { EXPECT_FALSE(automation::parseDate(wrong, moment)); });
   Value target;
   ASSERT_EQ(VariantChangeTypeEx(&target.value, text(u"45000.5").source(), 0, 0, VT_DATE), S_OK);
   EXPECT_EQ(target.value.date, 45000.5);
@@ -175,11 +175,11 @@ TEST(PosixAutomation, OddTextsDoNoHarm) {
     for (auto length = random() % 9; length > 0; --length)
       made += pieces[random() % std::size(pieces)];
     double moment = 0;
-    if (platform::parseDateText(made, moment)) {
-      ASSERT_TRUE(platform::isDate(moment));
+    if (automation::parseDate(made, moment)) {
+      ASSERT_TRUE(automation::isDate(moment));
     }
-    const auto number = platform::parseNumber(made);
-    if (number) static_cast<void>(platform::toReal(*number));
+    const auto number = automation::parseNumber(made);
+    if (number) static_cast<void>(automation::toReal(*number));
   }
 }
 

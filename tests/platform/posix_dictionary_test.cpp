@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "automation/posix/dictionary.h"
 #include "platform/dictionary_fixture.h"
-#include "platform/posix/automation/dictionary.h"
 
 namespace quendal::test {
 namespace {
@@ -136,7 +136,7 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
 }
 
 TEST_F(PosixDictionaryTest, TakesTextWithoutCopyingIt) {
-  auto& own = *static_cast<platform::Dictionary*>(dictionary_);
+  auto& own = *static_cast<automation::Dictionary*>(dictionary_);
   own.reserve(100);
   for (int i = 0; i < 20; ++i) {
     BSTR key = newText(u"key" + std::u16string(1, static_cast<char16_t>(u'a' + i)));

@@ -8,7 +8,7 @@
 #include <map>
 #include <optional>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "platform/folders.h"
 #include "platform/posix/date_picture.h"
 #include "platform/posix/locale_table.h"

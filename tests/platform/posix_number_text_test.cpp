@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/posix/automation/number_text.h"
+#include "automation/posix/number_text.h"
 
 namespace quendal::test {
 namespace {
@@ -35,12 +35,12 @@ std::string printed(double value) {
 
 void expectAsPrinted(double value) {
   const std::string expected = printed(value);
-  const platform::NumberText text = platform::realText(value, kDigits);
+  const automation::NumberText text = automation::realText(value, kDigits);
   const std::u16string_view view = text.view();
   ASSERT_EQ(std::string(view.begin(), view.end()), expected);
-  const auto read = platform::parseNumber(view);
+  const auto read = automation::parseNumber(view);
   ASSERT_TRUE(read);
-  ASSERT_EQ(platform::toReal(*read), std::strtod(expected.c_str(), nullptr)) << expected;
+  ASSERT_EQ(automation::toReal(*read), std::strtod(expected.c_str(), nullptr)) << expected;
 }
 
 TEST(PosixNumberText, RoundsDoublesToFifteenDigits) {

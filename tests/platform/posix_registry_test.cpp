@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/registry_file.h"
 #include "platform/posix/registry_query.h"

@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "tests/platform/scratch_registry.h"
 
 namespace quendal::platform {

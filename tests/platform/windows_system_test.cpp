@@ -3,7 +3,8 @@
 
 #include <thread>
 
-#include "platform/dispatch.h"
+#include "automation/dispatch.h"
+#include "automation/windows/reference.h"
 #include "platform/messages.h"
 #include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"
@@ -79,13 +80,15 @@ TEST(WindowsMessagesTest, PostedMessagesEndAWaitAndAreTakenFromTheQueue) {
 }
 
 TEST(WindowsDispatchTest, NewDictionariesAnswerByName) {
-  std::thread([] { EXPECT_EQ(newDictionary(), nullptr); }).join();  // a thread with no apartment
-  const Reference<IDispatch> dictionary(newDictionary());
+  std::thread([] {
+    EXPECT_EQ(automation::newDictionary(), nullptr);
+  }).join();  // a thread with no apartment
+  const automation::Reference<IDispatch> dictionary(automation::newDictionary());
   ASSERT_NE(dictionary, nullptr);
   DISPID id = 0;
-  EXPECT_EQ(memberId(dictionary.get(), u"aDD", &id), S_OK);
+  EXPECT_EQ(automation::memberId(dictionary.get(), u"aDD", &id), S_OK);
   EXPECT_EQ(id, 1);
-  EXPECT_EQ(memberId(dictionary.get(), u"Addd", &id), DISP_E_UNKNOWNNAME);
+  EXPECT_EQ(automation::memberId(dictionary.get(), u"Addd", &id), DISP_E_UNKNOWNNAME);
   EXPECT_EQ(id, DISPID_UNKNOWN);
 }
 

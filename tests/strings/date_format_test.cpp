@@ -6,9 +6,9 @@
 #include <limits>
 #include <random>
 
+#include "base/date_serial.h"
+#include "base/text.h"
 #include "core/apartment.h"
-#include "core/text_tools.h"
-#include "platform/date_serial.h"
 #include "tests/core/raw_call.h"
 #include "tests/strings/strings_object.h"
 #include "tests/support/script_object.h"
@@ -20,7 +20,7 @@ namespace {
 const std::string kInvalid = "\"### FormatDateTime: Invalid Format ###\"";
 
 Variant date(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-  return Variant::date(platform::dateSerial(year, month, day, hour, minute, second));
+  return Variant::date(dateSerial(year, month, day, hour, minute, second));
 }
 
 TEST(FormatDateTime, ReplacesEveryToken) {
@@ -68,7 +68,7 @@ TEST(FormatDateTime, ReplacesEveryToken) {
 }
 
 // The tokens replaced one after the other over the whole text, as the contract has it.
-std::u16string replacedInOrder(const platform::Moment& m, std::u16string text) {
+std::u16string replacedInOrder(const Moment& m, std::u16string text) {
   constexpr const char16_t* kOrder[] = {
       u"UWWWW", u"UMMMM", u"AMPM", u"WWWW", u"MMMM", u"YYYY", u"UWWW", u"UMMM", u"HH24", u"HH12",
       u"LNTH",  u"UNTH",  u"NTH",  u"WWW",  u"MMM",  u"H24",  u"H12",  u"HH",   u"WW",   u"SS",
@@ -91,19 +91,19 @@ TEST(FormatDateTime, EqualsReplacingOneTokenAfterTheOther) {
                                              u"#D", u"#Y", u"1",  u"24", u"NTH",  u"#UWWW", u"W",
                                              u"M",  u"H",  u"S",  u"A",  u"#AMPM"};
   for (int round = 0; round < 20000; ++round) {
-    const platform::Moment moment{static_cast<int>(100 + below(9900)),
-                                  1 + below(12),
-                                  1 + below(31),
-                                  1 + below(7),
-                                  below(24),
-                                  below(60),
-                                  below(60)};
+    const Moment moment{static_cast<int>(100 + below(9900)),
+                        1 + below(12),
+                        1 + below(31),
+                        1 + below(7),
+                        below(24),
+                        below(60),
+                        below(60)};
     std::u16string format;
     for (unsigned i = below(9); i > 0; --i) format += kPieces[below(std::size(kPieces))];
-    ASSERT_EQ(platform::toUtf8(strings::formatMoment(moment, format)),
-              platform::toUtf8(replacedInOrder(moment, format)))
-        << platform::toUtf8(format) << " year " << moment.year << " month " << moment.month
-        << " day " << moment.day << " hour " << moment.hour;
+    ASSERT_EQ(toUtf8(strings::formatMoment(moment, format)),
+              toUtf8(replacedInOrder(moment, format)))
+        << toUtf8(format) << " year " << moment.year << " month " << moment.month << " day "
+        << moment.day << " hour " << moment.hour;
   }
 }
 

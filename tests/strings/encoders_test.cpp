@@ -27,7 +27,7 @@ std::u16string repeated(std::u16string_view text, int count) {
 void expectRows(std::initializer_list<Row> rows) {
   for (const Row& row : rows) {
     EXPECT_EQ(called(row.member, row.argument), inQuotes(row.result))
-        << platform::toUtf8(row.member) << " of " << shown(row.argument);
+        << toUtf8(row.member) << " of " << shown(row.argument);
   }
 }
 
@@ -86,7 +86,7 @@ TEST(Encoders, CodePageCharacters) {
 TEST(Encoders, MalformedEscapesRaise) {
   for (const char16_t* wrong : {u"%", u"a%", u"a%4", u"%9", u"%4g", u"%g4", u"%%41", u"% 1", u"%+1",
                                 u"%-1", u"%&h", u"%\u0661\u0661"}) {
-    EXPECT_EQ(called(u"URLDecode", wrong), "error 13") << platform::toUtf8(wrong);
+    EXPECT_EQ(called(u"URLDecode", wrong), "error 13") << toUtf8(wrong);
   }
 }
 
@@ -140,8 +140,7 @@ TEST(Md5, EveryLengthOfTheLastBlock) {
     const auto digest = strings::md5(std::string(size, static_cast<char>(size * 37)));
     all.append(digest.begin(), digest.end());
   }
-  EXPECT_EQ(platform::toUtf8(strings::hexText(strings::md5(all))),
-            "2816d7cb1742c14303b89f5ff3793944");
+  EXPECT_EQ(toUtf8(strings::hexText(strings::md5(all))), "2816d7cb1742c14303b89f5ff3793944");
 }
 
 TEST(Uuid, IsNewAndInTheUsualForm) {

@@ -43,7 +43,7 @@ TEST(NumberToWords, NeverRaises) {
   EXPECT_EQ(called(u"NumberToWords", seven), "\"seven\"");
   EXPECT_EQ(called(u"NumberToWords", Variant()), "\"\"");
   const double none = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_EQ(called(u"NumberToWords", none), inQuotes(platform::toUtf8(textOf(Variant(none)))));
+  EXPECT_EQ(called(u"NumberToWords", none), inQuotes(toUtf8(textOf(Variant(none)))));
   for (const Variant& wrong : {Variant::null(), Variant(ScriptObject().object()), Variant(Object()),
                                arrayOf({Variant(1)}), Variant::missing()}) {
     EXPECT_EQ(called(u"NumberToWords", wrong), "Empty");

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "base/utf8.h"
 #include "core/dispatch.h"
 #include "platform/code_page.h"
 #include "strings/string_functions.h"
@@ -12,9 +13,9 @@ namespace quendal::test {
 
 /// "Empty", "True", "False", or the text in quotes, which is also its type.
 inline std::string shown(const Variant& value) {
-  if (value.vt == VT_BSTR) return '"' + platform::toUtf8(viewOf(value.bstrVal)) + '"';
+  if (value.vt == VT_BSTR) return '"' + toUtf8(viewOf(value.bstrVal)) + '"';
   if (value.vt == VT_BOOL) return value.boolVal == VARIANT_TRUE ? "True" : "False";
-  return platform::toUtf8(typeNameOf(value));
+  return toUtf8(typeNameOf(value));
 }
 
 inline std::string inQuotes(std::string_view text) { return '"' + std::string(text) + '"'; }
@@ -33,7 +34,7 @@ std::string called(std::u16string_view member, Arguments&&... arguments) {
 /// Checks a member of one argument with a table of argument and result.
 inline void expectPairs(std::u16string_view member, std::u16string_view rows) {
   forEachPair(rows, [member](std::u16string_view argument, const std::string& result) {
-    EXPECT_EQ(called(member, argument), inQuotes(result)) << platform::toUtf8(member);
+    EXPECT_EQ(called(member, argument), inQuotes(result)) << toUtf8(member);
   });
 }
 

@@ -3,18 +3,18 @@
 #include <chrono>
 #include <thread>
 
-#include "core/text_tools.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "logging/logging.h"
-#include "platform/code_page.h"
 
 namespace quendal::test {
 
 int writeLog(const char* folder, const char* name, int count, int rolloverBytes) {
   const Object logger = Owned<Logging>::make().object();
-  logger.call(u"SetLogPath", platform::fromUtf8(folder) + u"\\");
+  logger.call(u"SetLogPath", fromUtf8(folder) + u"\\");
   logger.call(u"SetLogFile", u"LOG.TXT");
   logger.put(u"RolloverBytes", std::int32_t{rolloverBytes});
-  const std::u16string prefix = platform::fromUtf8(name) + u"-";
+  const std::u16string prefix = fromUtf8(name) + u"-";
   constexpr int kTries = 10'000;
   for (int i = 1; i <= count; ++i) {
     for (int attempt = 0;; ++attempt) {

@@ -1,10 +1,10 @@
-#include "platform/dispatch.h"
+#include "automation/dispatch.h"
 #include "support/named_type.h"
 
 namespace quendal::test {
 
 HRESULT namedType(std::u16string_view name, ITypeInfo** info) {
-  return platform::typeInformation(IID_NULL, IID_NULL, name, info);
+  return automation::typeInformation(IID_NULL, IID_NULL, name, info);
 }
 
 }  // namespace quendal::test

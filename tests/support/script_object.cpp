@@ -5,7 +5,7 @@
 #include <map>
 #include <utility>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 
 namespace quendal::test {
 namespace {

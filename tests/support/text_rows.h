@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 
 namespace quendal::test {
 
@@ -14,7 +14,7 @@ template <class Test>
 void forEachText(std::u16string_view rows, Test test) {
   for (;;) {
     const std::size_t bar = rows.find(u'|');
-    SCOPED_TRACE(platform::toUtf8(rows.substr(0, bar)));
+    SCOPED_TRACE(toUtf8(rows.substr(0, bar)));
     test(rows.substr(0, bar));
     if (bar == std::u16string_view::npos) return;
     rows.remove_prefix(bar + 1);
@@ -26,7 +26,7 @@ template <class Test>
 void forEachPair(std::u16string_view rows, Test test) {
   forEachText(rows, [&test](std::u16string_view row) {
     const std::size_t mark = row.find(u'=');
-    test(row.substr(0, mark), platform::toUtf8(row.substr(mark + 1)));
+    test(row.substr(0, mark), toUtf8(row.substr(mark + 1)));
   });
 }
 

@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "platform/windows/wide.h"
 
 namespace quendal::host {
@@ -15,7 +15,7 @@ void checkCodePage(unsigned codePage) {
 }
 
 std::u16string decoded(std::string_view bytes, unsigned codePage) {
-  if (codePage == kUtf8) return platform::fromUtf8(bytes);
+  if (codePage == kUtf8) return fromUtf8(bytes);
   checkCodePage(codePage);
   const int size = static_cast<int>(bytes.size());
   std::u16string text(bytes.size(), u'\0');  // no code page has characters of more units than bytes
@@ -26,7 +26,7 @@ std::u16string decoded(std::string_view bytes, unsigned codePage) {
 }
 
 std::string encoded(std::u16string_view text, unsigned codePage) {
-  if (codePage == kUtf8) return platform::toUtf8(text);
+  if (codePage == kUtf8) return toUtf8(text);
   checkCodePage(codePage);
   const int units = static_cast<int>(text.size());
   const auto convert = [&](char* out, int room) {

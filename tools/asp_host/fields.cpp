@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "site_path.h"
 
 namespace quendal::host {

@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "apartment_pool.h"
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "encoding.h"
 #include "platform/files.h"
 #include "web_server.h"

@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 
 namespace quendal::host {
 

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "core/text_tools.h"
-#include "platform/code_page.h"
+#include "base/text.h"
+#include "base/utf8.h"
 
 namespace quendal::host {
 namespace {
@@ -110,7 +110,7 @@ class Parser {
     } catch (const PageError&) {
       throw;
     } catch (const std::exception& error) {
-      throw PageError(place, platform::fromUtf8(error.what()));
+      throw PageError(place, fromUtf8(error.what()));
     }
   }
 
@@ -156,7 +156,7 @@ class Parser {
   }
 
   [[nodiscard]] std::u16string decode(std::string_view bytes) const {
-    if (bytes.starts_with("\xEF\xBB\xBF")) return platform::fromUtf8(bytes.substr(3));
+    if (bytes.starts_with("\xEF\xBB\xBF")) return fromUtf8(bytes.substr(3));
     if (!bytes.starts_with("\xFF\xFE")) return sources_.decode(bytes, page_.codePage);
     std::u16string text;
     for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
@@ -272,7 +272,7 @@ class Parser {
 }  // namespace
 
 PageError::PageError(SourceLine place, std::u16string message)
-    : place_(std::move(place)), message_(std::move(message)), what_(platform::toUtf8(text())) {}
+    : place_(std::move(place)), message_(std::move(message)), what_(toUtf8(text())) {}
 
 std::u16string PageError::text() const {
   return place_.file + u", line " + decimalText(place_.line) + u": " + message_;

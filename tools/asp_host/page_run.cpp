@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
+#include "automation/dispatch.h"
 #include "encoding.h"
-#include "platform/dispatch.h"
 #include "platform/files.h"
 
 namespace quendal::host {
@@ -20,7 +20,7 @@ std::string readFile(const std::u16string& file) {
 
 bool offers(const Object& object, std::u16string_view member) {
   DISPID id = DISPID_UNKNOWN;
-  return SUCCEEDED(platform::memberId(object.dispatch(), member, &id));
+  return SUCCEEDED(automation::memberId(object.dispatch(), member, &id));
 }
 
 std::u16string messageOf(const std::exception& error) {

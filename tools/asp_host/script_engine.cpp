@@ -5,7 +5,7 @@
 #include <array>
 #include <map>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 
 namespace quendal::host {
 

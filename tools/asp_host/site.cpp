@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "encoding.h"
 #include "platform/files.h"
 #include "site_path.h"

@@ -4,7 +4,7 @@
 #include <array>
 #include <vector>
 
-#include "core/text_tools.h"
+#include "base/text.h"
 #include "platform/locale.h"
 
 namespace quendal::host {

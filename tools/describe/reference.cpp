@@ -7,8 +7,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "core/enumerations.h"
-#include "core/text_tools.h"
 
 namespace quendal {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include "platform/date_serial.h"
+#include "base/date_serial.h"
 
 namespace quendal::platform {
 namespace {

@@ -13,8 +13,8 @@
 #include <new>
 #include <utility>
 
-#include "platform/code_page.h"
-#include "platform/path_text.h"
+#include "base/path_text.h"
+#include "base/utf8.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/native_path.h"
 

@@ -7,7 +7,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "platform/posix/host_files.h"
 
 namespace quendal::platform {

@@ -14,7 +14,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 
 namespace quendal::platform {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "platform/date_pattern.h"
-#include "platform/number_pattern.h"
+#include "base/date_pattern.h"
+#include "base/number_pattern.h"
 #include "platform/posix/locale_table.h"
 
 namespace quendal::platform {

@@ -8,7 +8,7 @@
 #include <exception>
 #include <string>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 
 namespace quendal::platform {
 namespace {

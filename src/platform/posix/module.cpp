@@ -6,7 +6,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 
 namespace quendal::platform {
 namespace {

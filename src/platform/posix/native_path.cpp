@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <exception>
 
-#include "platform/code_page.h"
-#include "platform/path_text.h"
+#include "base/path_text.h"
+#include "base/utf8.h"
 
 namespace quendal::platform {
 NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/utf8.h"
 #include "platform/code_page.h"
 #include "platform/locale.h"
 #include "platform/posix/host_files.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "platform/code_page.h"
+#include "base/utf8.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/registry_query.h"
 

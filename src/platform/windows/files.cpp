@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "platform/path_text.h"
+#include "base/path_text.h"
 #include "platform/windows/wide.h"
 
 namespace quendal::platform {

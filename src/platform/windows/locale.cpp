@@ -3,9 +3,9 @@
 #include <array>
 #include <limits>
 
+#include "base/date_pattern.h"
+#include "base/number_pattern.h"
 #include "platform/code_page.h"
-#include "platform/date_pattern.h"
-#include "platform/number_pattern.h"
 #include "platform/windows/wide.h"
 
 namespace quendal::platform {

@@ -11,8 +11,8 @@
 #include <span>
 #include <vector>
 
+#include "base/path_text.h"
 #include "platform/code_page.h"
-#include "platform/path_text.h"
 
 namespace quendal::platform {
 namespace {

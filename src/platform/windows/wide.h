@@ -61,11 +61,4 @@ using FileHandle = OwnedHandle<CloseFile>;
 using SearchHandle = OwnedHandle<CloseSearch>;
 using EventSourceHandle = OwnedHandle<CloseEventSource>;
 
-/// The owner of a reference to an automation object, of those that the system gives out.
-struct ReleaseReference {
-  void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-template <typename Interface>
-using Reference = std::unique_ptr<Interface, ReleaseReference>;
-
 }  // namespace quendal::platform

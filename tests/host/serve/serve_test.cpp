@@ -10,8 +10,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/utf8.h"
 #include "http_client.h"
-#include "platform/code_page.h"
 
 namespace quendal::host {
 namespace {
@@ -167,7 +167,7 @@ TEST(Serve, EveryLoggedEntryIsInTheLogOnceWithItsOwnPagesDetails) {
     const std::string bytes = contentOf(file.path());
     std::u16string text(bytes.size() / 2, u'\0');
     std::memcpy(text.data(), bytes.data(), text.size() * 2);
-    std::string log = platform::toUtf8(text);
+    std::string log = toUtf8(text);
     for (std::size_t at = 0, end; (end = log.find("\r\n", at)) != std::string::npos; at = end + 2) {
       const std::string line = log.substr(at, end - at);
       const std::size_t details = line.find(" 127.0.0.1 ");

@@ -1,0 +1,78 @@
+// Filling and reading dictionaries by the shortest way that a system has.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+
+#include "automation/dictionary_abi.h"
+
+namespace quendal::automation {
+
+/// A text for a key. It is freed like any other text, but nobody may change it. Null when memory is
+/// short.
+[[nodiscard]] BSTR newKey(std::u16string_view text) noexcept;
+
+/// A text of newKey's for one more owner: the same, where the system can share it. Null when memory
+/// is short.
+[[nodiscard]] BSTR shareKey(BSTR key) noexcept;
+
+/// Makes and fills dictionaries on one thread.
+class DictionaryMaker {
+ public:
+  DictionaryMaker() noexcept;
+  DictionaryMaker(const DictionaryMaker&) = delete;
+  DictionaryMaker& operator=(const DictionaryMaker&) = delete;
+  ~DictionaryMaker();
+
+  /// A new, empty one, which the caller owns, with room for a number of entries that may or may not
+  /// come. Null when the system cannot create one.
+  [[nodiscard]] IDictionary* make(std::size_t entries) noexcept;
+
+  /// Adds an entry to a dictionary that it made. The key is a text of newKey's; the item is no
+  /// decimal. Both are the dictionary's from here on, on failure too. The result is that of
+  /// IDictionary::Add.
+  [[nodiscard]] HRESULT add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept;
+
+  /// Gives back the room that is left over in a dictionary that it made.
+  void finish(IDictionary& dictionary) noexcept;
+
+ private:
+  struct Kept;
+  std::unique_ptr<Kept> kept_;  // what the system's way needs
+};
+
+/// Reads the entries of a dictionary in order.
+///
+/// What is read stays the dictionary's, or the reader's where the system only gives copies, and is
+/// good until the next step or until the dictionary changes. A dictionary that changes meanwhile is
+/// read as it is then, or as it was.
+class DictionaryReader {
+ public:
+  /// Of an object, which it shares. Reads nothing when that is no dictionary.
+  explicit DictionaryReader(IUnknown& object) noexcept;
+  DictionaryReader(const DictionaryReader&) = delete;
+  DictionaryReader& operator=(const DictionaryReader&) = delete;
+  ~DictionaryReader();
+
+  [[nodiscard]] bool isDictionary() const noexcept { return dictionary_ != nullptr; }
+
+  /// Goes to the next entry: S_OK, S_FALSE at the end, otherwise the dictionary's failure.
+  [[nodiscard]] HRESULT next() noexcept;
+  /// Of the entry that `next` went to.
+  [[nodiscard]] const VARIANT& key() const noexcept { return *key_; }
+  [[nodiscard]] const VARIANT& item() const noexcept { return *item_; }
+
+ private:
+  [[nodiscard]] HRESULT nextCopied() noexcept;
+
+  IDictionary* dictionary_ = nullptr;
+  const void* own_ = nullptr;  // the dictionary as the system's own class, where it is that
+  std::size_t position_ = 0;
+  const VARIANT* key_ = nullptr;
+  const VARIANT* item_ = nullptr;
+  SAFEARRAY* keys_ = nullptr;  // copies
+  SAFEARRAY* items_ = nullptr;
+};
+
+}  // namespace quendal::automation

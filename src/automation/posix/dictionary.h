@@ -1,0 +1,87 @@
+// The keyed container of pages, for a system that has none: `Scripting.Dictionary`.
+#pragma once
+
+#include "automation/dictionary_abi.h"
+#include "automation/posix/dictionary_table.h"
+#include "automation/posix/ref_counted.h"
+#include "automation/posix/teardown.h"
+
+namespace quendal::automation {
+
+/// Which keys are the same is told in dictionary_key.h. Failures of the members set the thread's
+/// error information: 457 for a key that exists, 32811 for one that does not, 5 for a compare mode
+/// that cannot be set.
+class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, private Teardown {
+ public:
+  /// A new one with one reference, which the caller owns, and with room for some entries in its
+  /// own block. Null when memory is short.
+  [[nodiscard]] static Dictionary* make(std::size_t room = kUsualRoom) noexcept;
+
+  /// Adds an item under a text without copying them: both belong to the dictionary from here on, on
+  /// failure too. The item is no decimal, and Empty afterwards. Error 457 when the key exists.
+  HRESULT addText(BSTR takenKey, VARIANT& takenItem) noexcept;
+
+  /// The object as this class, with a reference that the caller owns; null when it is another.
+  [[nodiscard]] static Dictionary* ownOf(IUnknown& object) noexcept;
+
+  /// The first entry at or after a position, which moves there; null at the end. Borrowed: good
+  /// until the dictionary changes.
+  [[nodiscard]] const DictionaryTable::Entry* entryFrom(std::size_t& position) const noexcept {
+    return table_.entryFrom(position);
+  }
+
+  /// Makes room for this many entries in all. Without memory for them nothing happens.
+  void reserve(std::size_t count) noexcept;
+
+  /// Gives back memory that is reserved and not used, when that is more than growth leaves.
+  void trim() noexcept;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+  HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override;
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
+                                   DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                                   UINT* argumentError) override;
+
+  HRESULT STDMETHODCALLTYPE putref_Item(VARIANT* key, VARIANT* item) override;
+  HRESULT STDMETHODCALLTYPE put_Item(VARIANT* key, VARIANT* item) override;
+  HRESULT STDMETHODCALLTYPE get_Item(VARIANT* key, VARIANT* item) override;
+  HRESULT STDMETHODCALLTYPE Add(VARIANT* key, VARIANT* item) override;
+  HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override;
+  HRESULT STDMETHODCALLTYPE Exists(VARIANT* key, VARIANT_BOOL* exists) override;
+  HRESULT STDMETHODCALLTYPE Items(VARIANT* items) override;
+  HRESULT STDMETHODCALLTYPE put_Key(VARIANT* key, VARIANT* newKey) override;
+  HRESULT STDMETHODCALLTYPE Keys(VARIANT* keys) override;
+  HRESULT STDMETHODCALLTYPE Remove(VARIANT* key) override;
+  HRESULT STDMETHODCALLTYPE RemoveAll() override;
+  HRESULT STDMETHODCALLTYPE put_CompareMode(int mode) override;
+  HRESULT STDMETHODCALLTYPE get_CompareMode(int* mode) override;
+  HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** enumerator) override;
+  HRESULT STDMETHODCALLTYPE get_HashVal(VARIANT* key, VARIANT* hash) override;
+
+ private:
+  static constexpr std::size_t kUsualRoom = 4;
+
+  // The room for entries follows the object, so its memory is its own affair.
+  explicit Dictionary(std::size_t room) noexcept
+      : table_(reinterpret_cast<DictionaryTable::Entry*>(this + 1), room) {
+    run = &destroyAll;
+  }
+  static void* operator new(std::size_t, void* block) noexcept { return block; }
+  static void operator delete(void* block) noexcept { std::free(block); }
+  ~Dictionary() override = default;
+  void destroy() noexcept override { tearDown(*this); }
+  static void destroyAll(Teardown& self) noexcept { delete static_cast<Dictionary*>(&self); }
+
+  HRESULT appendCopy(const DictionaryKey& key, const VARIANT& keyValue, const VARIANT& item);
+  HRESULT call(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result);
+
+  DictionaryTable table_;
+  int compareMode_ = 0;
+};
+
+}  // namespace quendal::automation

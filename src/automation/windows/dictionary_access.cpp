@@ -1,0 +1,64 @@
+#include "automation/dictionary_access.h"
+
+#include <new>
+
+namespace quendal::automation {
+
+BSTR newKey(std::u16string_view text) noexcept {
+  return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
+}
+
+BSTR shareKey(BSTR key) noexcept { return SysAllocStringLen(key, SysStringLen(key)); }
+
+// The system's factory of dictionaries, asked for once.
+struct DictionaryMaker::Kept {
+  explicit Kept(IClassFactory* factory) noexcept : factory(factory) {}
+  Kept(const Kept&) = delete;
+  Kept& operator=(const Kept&) = delete;
+  ~Kept() { factory->Release(); }
+
+  IClassFactory* const factory;
+};
+
+DictionaryMaker::DictionaryMaker() noexcept = default;
+DictionaryMaker::~DictionaryMaker() = default;
+
+IDictionary* DictionaryMaker::make(std::size_t) noexcept {
+  void* found = nullptr;
+  if (kept_ == nullptr) {
+    if (FAILED(CoGetClassObject(kClsidDictionary, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                                &found)))
+      return nullptr;
+    kept_.reset(new (std::nothrow) Kept(static_cast<IClassFactory*>(found)));
+    if (kept_ == nullptr) {
+      static_cast<IClassFactory*>(found)->Release();
+      return nullptr;
+    }
+  }
+  found = nullptr;
+  if (FAILED(kept_->factory->CreateInstance(nullptr, kIidDictionary, &found))) return nullptr;
+  return static_cast<IDictionary*>(found);
+}
+
+HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
+  VARIANT key;
+  VariantInit(&key);
+  key.vt = VT_BSTR;
+  key.bstrVal = takenKey;
+  const HRESULT result = dictionary.Add(&key, &takenItem);  // keeps copies
+  VariantClear(&key);
+  VariantClear(&takenItem);
+  return result;
+}
+
+void DictionaryMaker::finish(IDictionary&) noexcept {}
+
+DictionaryReader::DictionaryReader(IUnknown& object) noexcept {
+  void* found = nullptr;
+  if (SUCCEEDED(object.QueryInterface(kIidDictionary, &found)))
+    dictionary_ = static_cast<IDictionary*>(found);
+}
+
+HRESULT DictionaryReader::next() noexcept { return nextCopied(); }
+
+}  // namespace quendal::automation

@@ -1,0 +1,50 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace quendal {
+namespace {
+
+constexpr bool sameNoCase(char16_t a, char16_t b) noexcept {
+  return asciiLower(a) == asciiLower(b);
+}
+
+}  // namespace
+
+bool equalNoCase(std::u16string_view a, std::u16string_view b) noexcept {
+  return std::ranges::equal(a, b, sameNoCase);
+}
+
+bool containsNoCase(std::u16string_view text, std::u16string_view part) noexcept {
+  return part.empty() ||
+         std::search(text.begin(), text.end(), part.begin(), part.end(), sameNoCase) != text.end();
+}
+
+std::u16string decimalText(std::int64_t value) {
+  std::array<char, 24> digits;
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+  return {digits.data(), end};
+}
+
+std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
+                          std::u16string_view by) {
+  std::u16string result;
+  std::size_t start = 0;
+  while (!what.empty()) {
+    const std::size_t found = text.find(what, start);
+    if (found == std::u16string_view::npos) break;
+    result.append(text, start, found - start).append(by);
+    start = found + what.size();
+  }
+  return result.append(text, start);
+}
+
+std::u16string_view trimBlanks(std::u16string_view text) noexcept {
+  const std::size_t first = text.find_first_not_of(u' ');
+  if (first == std::u16string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+}  // namespace quendal
