@@ -5,12 +5,9 @@
 #include <string>
 #include <string_view>
 
-namespace quendal {
+#include "base/characters.h"
 
-/// A character with A to Z in lower case; all others as they are.
-constexpr char16_t asciiLower(char16_t c) noexcept {
-  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
-}
+namespace quendal {
 
 /// Equality that takes A to Z and a to z as the same.
 [[nodiscard]] bool equalNoCase(std::u16string_view a, std::u16string_view b) noexcept;

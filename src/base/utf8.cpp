@@ -5,13 +5,12 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/characters.h"
+
 namespace quendal {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
-
-constexpr bool isHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-constexpr bool isLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 // A low surrogate after a high one is always its pair, so one look back tells; without branches
 // the compiler can count many units at once.

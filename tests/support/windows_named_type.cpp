@@ -6,10 +6,10 @@ namespace quendal::test {
 
 HRESULT namedType(std::u16string_view name, ITypeInfo** info) {
   // Any type information will do: only the name is asked for.
-  const platform::Reference<IDispatch> some(automation::newDictionary());
+  const automation::Reference<IDispatch> some(automation::newDictionary());
   const HRESULT result = some->GetTypeInfo(0, 0, info);
   if (FAILED(result)) return result;
-  *info = platform::nameTypeInfo(platform::Reference<ITypeInfo>(*info), name);
+  *info = automation::nameTypeInfo(automation::Reference<ITypeInfo>(*info), name);
   return S_OK;
 }
 
