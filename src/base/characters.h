@@ -13,11 +13,11 @@ template <typename Unit>
   return c >= '0' && c <= '9';
 }
 
-/// A character with A to Z in lower case; all others as they are.
-template <typename Unit>
-[[nodiscard]] constexpr Unit asciiLower(Unit c) noexcept {
+/// A character with A to Z in lower case; all others as they are. An object, so that algorithms
+/// take it too.
+inline constexpr auto asciiLower = []<typename Unit>(Unit c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<Unit>(c + ('a' - 'A')) : c;
-}
+};
 
 template <typename Unit>
 [[nodiscard]] constexpr bool isLetter(Unit c) noexcept {
