@@ -47,14 +47,17 @@ need_windows() {
 }
 
 # build PRESET TARGET... [-- CMAKE_ARGUMENT...]: configures and builds; says nothing unless it fails.
+# Warnings are errors where a check of the project's own asks for it, by QUENDAL_WARNINGS=errors.
 build() {
   local preset=$1; shift
-  local targets=() arguments=()
+  local targets=() arguments=() strict=OFF
+  [ "${QUENDAL_WARNINGS:-}" != errors ] || strict=ON
   while [ $# -gt 0 ] && [ "$1" != -- ]; do targets+=("$1"); shift; done
   [ $# -eq 0 ] || { shift; arguments=("$@"); }
   local log=$root/build/$preset.log
   mkdir -p "$root/build"
-  if ! { (cd "$root" && CMAKE_GENERATOR=Ninja cmake --preset "$preset" "${arguments[@]}") &&
+  if ! { (cd "$root" && CMAKE_GENERATOR=Ninja cmake --preset "$preset" \
+           -DCMAKE_COMPILE_WARNING_AS_ERROR=$strict "${arguments[@]}") &&
          cmake --build "$root/build/$preset" --target "${targets[@]}"; } >"$log" 2>&1; then
     tail -n 40 "$log" >&2
     say "the $preset build failed"

@@ -6,6 +6,7 @@
 #   clang     the library compiles with clang++ without a warning (with g++, every build checks that)
 # Prints findings alone, and fails when there are any.
 . "$(dirname "$0")/lib.sh"
+export QUENDAL_WARNINGS=errors
 
 lint_format() {
   need clang-format
