@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Checks the sources without running them: scripts/lint.sh [format|cppcheck|tidy|clang ...]
+# Checks the sources without running them: scripts/lint.sh [format|cppcheck|headers|tidy|clang ...]
 #   format    the layout that .clang-format gives
 #   cppcheck  its warnings, on both homes' sources
+#   headers   each header compiles by itself, in both homes
 #   tidy      clang-tidy with the checks of .clang-tidy, on what Linux compiles
 #   clang     the library compiles with clang++ without a warning (with g++, every build checks that)
 # Prints findings alone, and fails when there are any.
@@ -27,6 +28,11 @@ lint_cppcheck() {
     --template='{file}:{line}: {severity} {id}: {message}' src)
 }
 
+lint_headers() {
+  need_native && need_windows
+  build asan header_check && build win64 header_check
+}
+
 lint_tidy() {
   need clang clang-tidy
   build clang describe
@@ -39,7 +45,7 @@ lint_clang() {
   build clang all
 }
 
-[ $# -gt 0 ] || set -- format cppcheck tidy clang
+[ $# -gt 0 ] || set -- format cppcheck headers tidy clang
 status=0
 for what; do
   "lint_$what" || { say "lint: $what found something"; status=1; }

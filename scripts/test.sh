@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
-# Runs the tests: scripts/test.sh [lint|native|win64|win32|site|packages|all]. Without one: native
-# and win64.
-#   lint    what scripts/lint.sh checks in the sources, and each fuzz target for a few seconds
-#   native  Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
-#   win64   the x64 component and its tests under Wine, pages in its script hosts
-#   win32   the same for x86
-#   site    the example site in a browser
+# Runs the tests: scripts/test.sh [lint|native|win64|win32|deep|site|packages|all|full]. Without one:
+# native and win64.
+#   lint      the layout of the sources, cppcheck, and each header by itself
+#   native    Linux, with AddressSanitizer and UndefinedBehaviorSanitizer
+#   win64     the x64 component and its tests under Wine, pages in its script hosts
+#   win32     the same for x86
+#   deep      clang, clang-tidy, and each fuzz target for a few seconds
+#   site      the example site in a browser
 #   packages  what scripts/package.sh makes, as a user installs, uses and removes it
+#   all       lint, native, win64 and win32: what CI runs
+#   full      everything, before a release
 # Ends with "N passed, N failed[, N skipped]". A home whose tools cannot be had on this machine is
 # named and counted as skipped.
 . "$(dirname "$0")/lib.sh"
@@ -33,23 +36,28 @@ check() {  # check NAME COMMAND...: one test more
 run_lint() {
   local what
   say "== lint"
-  for what in format cppcheck clang tidy; do check "lint $what" "$root/scripts/lint.sh" "$what"; done
+  for what in format cppcheck headers; do check "lint $what" "$root/scripts/lint.sh" "$what"; done
+}
+
+run_deep() {
+  local what
+  say "== deep"
+  for what in clang tidy; do check "lint $what" "$root/scripts/lint.sh" "$what"; done
   check "fuzz targets" "$root/scripts/fuzz.sh" 5
 }
 
 run_native() {
   say "== native"
   need_native && need libgtest-dev || { skip_home native; return; }
-  build asan quendal_tests short_memory || { failed=$((failed + 1)); return; }
+  build asan quendal_tests short_memory describe || { failed=$((failed + 1)); return; }
   local log=$root/build/asan/tests.log status=0
   "$root/build/asan/tests/quendal_tests" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?
   count_gtest "$log" "$status"
   check "every member when memory is short" memory_is_short
-  build native describe || { failed=$((failed + 1)); return; }
   check "the interface definition is what the tables tell (tools/describe idl)" \
-    diff -u "$root/src/component/QUENDAL_REPORTS_ASP.idl" <("$root/build/native/describe" idl)
+    diff -u "$root/src/component/QUENDAL_REPORTS_ASP.idl" <("$root/build/asan/describe" idl)
   check "the reference is what the tables tell (tools/describe reference)" \
-    diff -u "$root/docs/reference.md" <("$root/build/native/describe" reference "$root/docs/reference")
+    diff -u "$root/docs/reference.md" <("$root/build/asan/describe" reference "$root/docs/reference")
 }
 
 memory_is_short() {  # says nothing unless it fails
@@ -88,7 +96,7 @@ host_serves() {
   local bits=$1 out=$root/build/win$1 log=$root/build/win$1/serve.log status=0 address
   host_start "$bits" "$(wine_path "$bits")\\host\\site" "$out/host" --script-timeout 2 ||
     { failed=$((failed + 1)); return; }
-  timeout 300 "$root/build/native/tests/host/serve/host_serve_tests" --gtest_brief=1 \
+  timeout 300 "$root/build/asan/tests/host/serve/host_serve_tests" --gtest_brief=1 \
     "$host_port" "$(wine_folder "$bits")/host/site" "$out/host.errors" >"$log" 2>&1 || status=$?
   cat "$log"
   count_gtest "$log" "$status"
@@ -109,10 +117,10 @@ run_windows() {
   say "== win$bits"
   need_windows || { skip_home "win$bits"; return; }
   build "win$bits" QUENDAL_CLASSIC_ASP quendal_tests print_versions asp_host &&
-    build native describe print_versions host_serve_tests || { failed=$((failed + 1)); return; }
+    build asan describe print_versions host_serve_tests || { failed=$((failed + 1)); return; }
   windows_up "$bits" "win$bits" || return 0
   local out=$root/build/win$bits
-  "$root/build/native/describe" examples "$root/docs/reference" "$out/reference"
+  "$root/build/asan/describe" examples "$root/docs/reference" "$out/reference"
   wine_stage "$bits" "$out/QUENDAL_CLASSIC_ASP.DLL" "$out/tests/quendal_tests.exe" \
     "$out/tools/asp_host/asp_host.exe" "$root/tests/pages" "$root/tests/host" "$out/reference"
   log=$out/tests.log
@@ -131,7 +139,7 @@ run_windows() {
   check "regsvr32 /u" wine_run "$bits" regsvr32 /s /u "$(wine_path "$bits")\\QUENDAL_CLASSIC_ASP.DLL"
   if [ "$bits" = 64 ]; then
     check "both readers of version resources agree" env WINEPREFIX="$out/wine" \
-      "$root/scripts/compare_versions.sh" "$root/build/native/print_versions" "$out/print_versions.exe"
+      "$root/scripts/compare_versions.sh" "$root/build/asan/print_versions" "$out/print_versions.exe"
   fi
   wine_stop "$bits"
 }
@@ -151,9 +159,12 @@ case ${1:-default} in
   win32) run_windows 32 ;;
   site) run_site ;;
   packages) run_packages ;;
+  deep) run_deep ;;
   default) run_native; run_windows 64 ;;
-  all) run_lint; run_native; run_windows 64; run_windows 32; run_site; run_packages ;;
-  *) say "usage: $0 [lint|native|win64|win32|site|packages|all]"; exit 2 ;;
+  all | full)
+    run_lint; run_native; run_windows 64; run_windows 32
+    [ "$1" = all ] || { run_deep; run_site; run_packages; } ;;
+  *) say "usage: $0 [lint|native|win64|win32|deep|site|packages|all|full]"; exit 2 ;;
 esac
 
 summary="$passed passed, $failed failed"
