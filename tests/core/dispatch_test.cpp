@@ -176,6 +176,9 @@ TEST_F(DispatchTest, FailuresReachTheCallerWithNumberSourceAndDescription) {
     EXPECT_EQ(outcome.error, row.error);
     EXPECT_EQ(changed.iVal, 7);  // what it changed before it failed stays changed
   }
+  Variant equal(u"7");
+  rawCall(object_, u"Fail", {Variant(std::int32_t{0}), referenceTo(equal)});
+  EXPECT_EQ(equal.vt, VT_BSTR);  // an equal value leaves the variable its own type
 }
 
 TEST_F(DispatchTest, PropertiesAreReadWrittenAndForwardTheirArguments) {
