@@ -168,7 +168,8 @@ TEST_F(DispatchTest, FailuresReachTheCallerWithNumberSourceAndDescription) {
     const char16_t* error;
   } rows[] = {{1, u"8732 its source: its text"},
               {2, u"7 QUENDAL_REPORTS_ASP: Out of memory"},
-              {3, u"51 QUENDAL_REPORTS_ASP: Internal error"}};
+              {3, u"51 QUENDAL_REPORTS_ASP: Internal error"},
+              {4, u"7 QUENDAL_REPORTS_ASP: Out of memory"}};
   for (const auto& row : rows) {
     Variant changed(std::int16_t{0});
     const Outcome outcome = rawCall(object_, u"Fail", {Variant(row.how), referenceTo(changed)});

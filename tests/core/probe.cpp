@@ -51,6 +51,7 @@ std::int32_t Probe::fail(std::int32_t how, Ref<std::int16_t> changedFirst) {
   if (how == 1) throw AutomationError(8732, u"its text", u"its source");
   if (how == 2) throw std::bad_alloc();
   if (how == 3) throw std::runtime_error("unforeseen");
+  if (how == 4) throw std::length_error("a text longer than any");
   return 1;
 }
 
