@@ -109,7 +109,7 @@ int main() {
   const auto byReference = [&](Variant (StringFunctions::*member)(VariantRef&)) {
     return [&functions, member](const Variant& text) {
       VARIANT borrowed = text;
-      VariantRef reference(VariantRef::kArgument, &borrowed);
+      VariantRef reference(borrowed);
       return ((*functions).*member)(reference);
     };
   };

@@ -23,7 +23,8 @@ inline constexpr int kInvalidNull = 94;
 inline constexpr int kObjectRequired = 424;
 inline constexpr int kCannotCreate = 429;
 inline constexpr int kNoSuchMember = 438;
-inline constexpr int kNotSupported = 445;
+inline constexpr int kWrongArguments = 450;
+inline constexpr int kNotACollection = 451;
 inline constexpr int kDuplicateKey = 457;
 }  // namespace error_number
 

@@ -16,9 +16,17 @@ enum class Boolean : VARIANT_BOOL { False = 0, True = -1 };
 constexpr Boolean booleanOf(bool value) noexcept { return value ? Boolean::True : Boolean::False; }
 constexpr bool isTrue(Boolean value) noexcept { return value == Boolean::True; }
 
+/// True for a reference to an object. `value` is not a reference to a value.
+constexpr bool isObject(const VARIANT& value) noexcept {
+  return value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
+}
+
 /// VARIANT type tags that are combinations.
 inline constexpr VARTYPE kVariantArray = VT_ARRAY | VT_VARIANT;
 inline constexpr VARTYPE kVariantReference = VT_BYREF | VT_VARIANT;
+
+/// The locale in which calls are made and values converted: the user's.
+inline constexpr LCID kUserLocale = 0x400;
 
 /// A VARIANT that owns what it holds; same size and layout.
 class QUENDAL_EXPORT Variant : public VARIANT {

@@ -1,6 +1,8 @@
 #include "core/apartment.h"
 
 #include <memory>
+#include <new>
+#include <stdexcept>
 
 namespace quendal {
 
@@ -32,6 +34,23 @@ void setPendingError(std::int32_t number) noexcept {
   } catch (const std::bad_alloc&) {
     return;  // the call that needs the apartment raises this itself
   }
+}
+
+std::int32_t setPendingException() noexcept {
+  std::int32_t number = 0;
+  try {
+    throw;
+  } catch (const AutomationError& error) {
+    number = error.number();
+  } catch (const std::bad_alloc&) {
+    number = error_number::kOutOfMemory;
+  } catch (const std::length_error&) {  // a text longer than any that memory could hold
+    number = error_number::kOutOfMemory;
+  } catch (...) {
+    number = error_number::kInternal;
+  }
+  setPendingError(number);
+  return number;
 }
 
 }  // namespace quendal

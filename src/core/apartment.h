@@ -5,7 +5,7 @@
 #include <quendal/object.h>
 
 #include <cstdint>
-#include <stdexcept>
+#include <exception>
 #include <string>
 
 #include "platform/thread_state.h"
@@ -74,6 +74,10 @@ inline void clearError() noexcept {
   return own == nullptr ? 0 : own->errorNumber;
 }
 
+/// Leaves the exception that is being handled pending. Returns its number: an AutomationError's
+/// own, 7 when memory is short, 51 for anything unforeseen.
+std::int32_t setPendingException() noexcept;
+
 /// Runs one step whose failure is skipped: the error stays pending and the caller goes on.
 /// Returns whether the step succeeded.
 template <class Step>
@@ -81,16 +85,10 @@ bool ignoringErrors(Step&& step) {
   try {
     step();
     return true;
-  } catch (const AutomationError& error) {
-    setPendingError(error.number());
-  } catch (const std::bad_alloc&) {
-    setPendingError(error_number::kOutOfMemory);
-  } catch (const std::length_error&) {  // a text longer than any that memory could hold
-    setPendingError(error_number::kOutOfMemory);
   } catch (const std::exception&) {
-    setPendingError(error_number::kInternal);
+    setPendingException();
+    return false;
   }
-  return false;
 }
 
 }  // namespace quendal

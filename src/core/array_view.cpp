@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "automation/element_size.h"
-#include "core/compare.h"
 
 namespace quendal {
 namespace {

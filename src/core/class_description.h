@@ -46,11 +46,12 @@ struct EmptyText {};  // a Variant holding the empty string
 using ParameterDefault = std::variant<NoDefault, EmptyText, std::int32_t, std::u16string_view>;
 
 struct ParameterRow {
-  std::u16string_view name;
-  TypeReference type;
-  bool byReference = false;
+  std::u16string_view name = {};
   bool optional = false;
-  ParameterDefault defaultValue;
+  ParameterDefault defaultValue = NoDefault{};
+  // As the parameter's C++ type tells.
+  TypeReference type = {};
+  bool byReference = false;
 };
 
 enum class MemberKind : std::uint8_t { Method, Get, Put };
@@ -65,7 +66,7 @@ struct MemberRow {
   std::array<ParameterRow, kMaxParameters> parameterRows;
   std::size_t parameterCount = 0;
   AnyFunction slot = nullptr;  // the function-table entry
-  void (*late)(DispatchObject& object, CallFrame& frame, Variant& result) = nullptr;
+  void (*late)(DispatchObject& object, const CallFrame& frame, Variant& result) = nullptr;
   std::u16string_view help;    // one sentence for the reference
   DISPID id = DISPID_UNKNOWN;  // given when the table is complete; a property's rows share one
 

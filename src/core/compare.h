@@ -9,11 +9,6 @@
 
 namespace quendal {
 
-/// True for a reference to an object. `value` is not a reference to a value.
-constexpr bool isObject(const VARIANT& value) noexcept {
-  return value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
-}
-
 /// A number of any type, for comparing: the nearest double, and what 64-bit integers and currency
 /// lose by that. By value first, then by `fine`, numbers are in their exact order (a decimal only
 /// to double precision).

@@ -8,18 +8,17 @@ namespace {
 // The function table takes its arguments by non-const pointer but only reads them.
 VARIANT* argument(const Variant& value) noexcept { return const_cast<Variant*>(&value); }
 
-/// A failed call of the dictionary, with what it left in the thread's error information.
+}  // namespace
+
 void checkDictionary(HRESULT code) {
   if (SUCCEEDED(code)) return;
   IErrorInfo* info = nullptr;
   if (GetErrorInfo(0, &info) == S_OK && info != nullptr) info->Release();
-  const AutomationError standard = AutomationError::fromRuntime(code);
-  // Its own numbers have the standard texts; whatever else it reports is passed on.
-  if (standard.number() == code) throw standard;
-  throw AutomationError(standard.number());
+  const AutomationError error = AutomationError::fromRuntime(code);
+  // A number's own text, not that of a code; what has no number is passed on.
+  if (error.number() == code) throw error;
+  throw AutomationError(error.number());
 }
-
-}  // namespace
 
 Dictionary Dictionary::create(Compare compare) {
   const Object created = Object::attach(automation::newDictionary());

@@ -9,6 +9,10 @@
 
 namespace quendal {
 
+/// Raises a failed call of a dictionary's function table by the number a script knows it under, and
+/// takes back what the dictionary left in the thread's error information.
+void checkDictionary(HRESULT code);
+
 /// Shares a `Scripting.Dictionary`. Entries keep the order of insertion.
 class Dictionary {
  public:

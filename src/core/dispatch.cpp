@@ -1,8 +1,6 @@
 #include "core/dispatch.h"
 
 #include <array>
-#include <new>
-#include <stdexcept>
 
 #include "automation/dispatch.h"
 #include "core/apartment.h"
@@ -31,7 +29,8 @@ HRESULT STDMETHODCALLTYPE tableGetTypeInfo(DispatchObject* self, UINT index, LCI
                                            ITypeInfo** info) noexcept {
   if (info == nullptr) return E_POINTER;
   *info = nullptr;
-  return index == 0 ? self->typeInfo(info) : DISP_E_BADINDEX;
+  return index == 0 ? self->typeInfo(self->description().identity().interfaceId, info)
+                    : DISP_E_BADINDEX;
 }
 
 HRESULT STDMETHODCALLTYPE tableGetIDsOfNames(DispatchObject* self, REFIID reserved, LPOLESTR* names,
@@ -75,10 +74,8 @@ HRESULT publish(HRESULT code, std::u16string_view source, std::u16string_view de
   }
   ICreateErrorInfo* info = nullptr;
   if (FAILED(CreateErrorInfo(&info))) return code;
-  const Text ownSource = Text::attach(bstr(source));
-  const Text ownDescription = Text::attach(bstr(description));
-  info->SetSource(ownSource.get());
-  info->SetDescription(ownDescription.get());
+  info->SetSource(Text::attach(bstr(source)).get());
+  info->SetDescription(Text::attach(bstr(description)).get());
   void* asErrorInfo = nullptr;
   if (SUCCEEDED(info->QueryInterface(IID_IErrorInfo, &asErrorInfo))) {
     auto* errorInfo = static_cast<IErrorInfo*>(asErrorInfo);
@@ -89,47 +86,39 @@ HRESULT publish(HRESULT code, std::u16string_view source, std::u16string_view de
   return code;
 }
 
-HRESULT publishOutOfMemory(EXCEPINFO* exception) noexcept {
-  setPendingError(error_number::kOutOfMemory);
-  return publish(errorCode(error_number::kOutOfMemory), kLibraryName, u"Out of memory", exception);
-}
-
 /// Puts a call's arguments at their parameters' positions. Throws ArgumentError.
 void placeArguments(const MemberRow& row, const DISPPARAMS& params, CallFrame& frame) {
-  const std::size_t plainCount = row.parameterCount - (row.takesList() ? 1u : 0u);
-  const bool isPut = row.kind == MemberKind::Put;
+  const std::size_t count = row.parameterCount - (row.takesList() ? 1u : 0u);
+  const auto place = [&](std::size_t position, VARIANT& argument) {
+    if (position >= count || frame.argument(position) != nullptr)
+      throw ArgumentError{DISP_E_PARAMNOTFOUND, &argument};
+    frame.argument(position) = &argument;
+  };
+  // The named ones come first. A property's new value is one of them, and its last parameter.
+  std::size_t positionalCount = count;
   for (UINT i = 0; i < params.cNamedArgs; ++i) {
-    VARIANT* argument = &params.rgvarg[i];
     const DISPID id = params.rgdispidNamedArgs[i];
-    const auto position =
-        id == DISPID_PROPERTYPUT && isPut ? row.parameterCount - 1 : static_cast<std::size_t>(id);
-    if (position >= plainCount || frame.argument(position) != nullptr)
-      throw ArgumentError{DISP_E_PARAMNOTFOUND, argument};
-    frame.argument(position) = argument;
+    const bool isNewValue = id == DISPID_PROPERTYPUT && row.kind == MemberKind::Put;
+    if (isNewValue) --positionalCount;
+    place(isNewValue ? count - 1 : static_cast<std::size_t>(id), params.rgvarg[i]);
   }
-  const UINT positional = params.cArgs - params.cNamedArgs;
-  // Indexes stand before a property's new value, which is named.
-  const std::size_t places =
-      plainCount - (isPut && frame.argument(plainCount - 1) != nullptr ? 1u : 0u);
-  for (UINT i = 0; i < positional; ++i) {
-    VARIANT* argument = &params.rgvarg[params.cArgs - 1 - i];
-    if (i >= places) {
-      if (!row.takesList()) throw ArgumentError{DISP_E_BADPARAMCOUNT, nullptr};
-      frame.list().push_back(*argument);
-      continue;
-    }
-    if (frame.argument(i) != nullptr) throw ArgumentError{DISP_E_PARAMNOTFOUND, argument};
-    frame.argument(i) = argument;
+  for (UINT i = 0; i < params.cArgs - params.cNamedArgs; ++i) {
+    VARIANT& argument = params.rgvarg[params.cArgs - 1 - i];  // the last one stands first
+    if (i < positionalCount)
+      place(i, argument);
+    else if (row.takesList())
+      frame.list().push_back(argument);
+    else
+      throw ArgumentError{DISP_E_BADPARAMCOUNT, nullptr};
   }
-  for (std::size_t i = 0; i < plainCount; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const ParameterRow& parameter = row.parameterRows[i];
     VARIANT*& argument = frame.argument(i);
-    if (argument == nullptr) {
-      if (!parameter.optional) throw ArgumentError{DISP_E_BADPARAMCOUNT, nullptr};
-    } else if (parameter.type.type != InterfaceType::Variant && isMissing(*argument)) {
-      if (!parameter.optional) throw ArgumentError{DISP_E_PARAMNOTOPTIONAL, argument};
-      argument = nullptr;
-    }
+    const bool isGap = argument != nullptr && parameter.type.type != InterfaceType::Variant &&
+                       isMissing(*argument);
+    if ((argument == nullptr || isGap) && !parameter.optional)
+      throw ArgumentError{isGap ? DISP_E_PARAMNOTOPTIONAL : DISP_E_BADPARAMCOUNT, argument};
+    if (isGap) argument = nullptr;
   }
 }
 
@@ -150,18 +139,15 @@ std::span<const AnyFunction> dispatchEntries() noexcept {
 }
 
 HRESULT publishCurrentException(EXCEPINFO* exception) noexcept {
+  const std::int32_t number = setPendingException();
   try {
     throw;
   } catch (const AutomationError& error) {
-    setPendingError(error.number());
     return publish(error.code(), error.source(), error.description(), exception);
-  } catch (const std::bad_alloc&) {
-    return publishOutOfMemory(exception);
-  } catch (const std::length_error&) {  // a text longer than any that memory could hold
-    return publishOutOfMemory(exception);
-  } catch (...) {
-    setPendingError(error_number::kInternal);
-    return publish(errorCode(error_number::kInternal), kLibraryName, u"Internal error", exception);
+  } catch (...) {  // no AutomationError is made here, as that takes memory
+    return publish(errorCode(number), kLibraryName,
+                   number == error_number::kOutOfMemory ? u"Out of memory" : u"Internal error",
+                   exception);
   }
 }
 
@@ -201,23 +187,10 @@ HRESULT DispatchObject::queryInterface(REFIID iid, void** object) noexcept {
   return S_OK;
 }
 
-HRESULT DispatchObject::typeInfo(ITypeInfo** info) noexcept {
+HRESULT DispatchObject::typeInfo(REFIID id, ITypeInfo** info) noexcept {
+  if (info == nullptr) return E_POINTER;
   const ClassIdentity& identity = class_.identity();
-  return automation::typeInformation(identity.interfaceId, identity.classId, identity.name, info);
-}
-
-HRESULT DispatchObject::callMember(const MemberRow& row, const DISPPARAMS& params, Variant& result,
-                                   UINT* argumentError) {
-  try {
-    CallFrame frame(row);
-    placeArguments(row, params, frame);
-    row.late(*this, frame, result);
-    return S_OK;
-  } catch (const ArgumentError& error) {
-    if (error.argument != nullptr && argumentError != nullptr)
-      *argumentError = static_cast<UINT>(error.argument - params.rgvarg);
-    return error.code;
-  }
+  return automation::typeInformation(id, identity.classId, identity.name, info);
 }
 
 HRESULT DispatchObject::invoke(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result,
@@ -225,43 +198,37 @@ HRESULT DispatchObject::invoke(DISPID id, WORD flags, const DISPPARAMS& params, 
   const MemberRow* row = class_.find(id, flags);
   if (row == nullptr) return DISP_E_MEMBERNOTFOUND;
   if (params.cNamedArgs > params.cArgs) return E_INVALIDARG;
+  // Arguments to a plain property belong to the default member of the object it returns.
+  const bool isForwarded =
+      row->kind == MemberKind::Get && row->parameterCount == 0 && params.cArgs > 0;
   try {
+    CallFrame frame(*row);
+    if (!isForwarded) placeArguments(*row, params, frame);
     Variant value;
-    if (row->kind == MemberKind::Get && row->parameterCount == 0 && params.cArgs > 0) {
-      // Arguments to a plain property belong to the default member of the object it returns.
-      CallFrame frame(*row);
-      row->late(*this, frame, value);
+    row->late(*this, frame, value);
+    if (isForwarded) {
       if (value.vt != VT_DISPATCH || value.pdispVal == nullptr) return DISP_E_BADPARAMCOUNT;
       DISPPARAMS forwarded = params;
-      constexpr LCID kUserLocale = 0x400;
       return value.pdispVal->Invoke(DISPID_VALUE, IID_NULL, kUserLocale, flags, &forwarded, result,
                                     exception, argumentError);
     }
-    const HRESULT code = callMember(*row, params, value, argumentError);
-    if (FAILED(code)) return code;
     if (result != nullptr) *result = value.release();
     return S_OK;
+  } catch (const ArgumentError& error) {
+    if (error.argument != nullptr && argumentError != nullptr)
+      *argumentError = static_cast<UINT>(error.argument - params.rgvarg);
+    return error.code;
   } catch (...) {
     return publishCurrentException(exception);
   }
-}
-
-HRESULT DispatchObject::ErrorSupport::QueryInterface(REFIID iid, void** object) noexcept {
-  return owner_.queryInterface(iid, object);
 }
 
 HRESULT DispatchObject::ErrorSupport::InterfaceSupportsErrorInfo(REFIID iid) noexcept {
   return iid == owner_.class_.identity().interfaceId ? S_OK : S_FALSE;
 }
 
-HRESULT DispatchObject::ClassInfo::QueryInterface(REFIID iid, void** object) noexcept {
-  return owner_.queryInterface(iid, object);
-}
-
 HRESULT DispatchObject::ClassInfo::GetClassInfo(ITypeInfo** info) noexcept {
-  if (info == nullptr) return E_POINTER;
-  const ClassIdentity& identity = owner_.class_.identity();
-  return automation::typeInformation(identity.classId, identity.classId, identity.name, info);
+  return owner_.typeInfo(owner_.class_.identity().classId, info);
 }
 
 }  // namespace quendal

@@ -36,7 +36,8 @@ class DispatchObject {
   ULONG addRef() noexcept;
   ULONG release() noexcept;
   HRESULT queryInterface(REFIID iid, void** object) noexcept;
-  HRESULT typeInfo(ITypeInfo** info) noexcept;
+  /// Type information by the identifier of the interface or of the class.
+  HRESULT typeInfo(REFIID id, ITypeInfo** info) noexcept;
   HRESULT invoke(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result,
                  EXCEPINFO* exception, UINT* argumentError) noexcept;
 
@@ -46,32 +47,30 @@ class DispatchObject {
   ~DispatchObject();
 
  private:
-  /// The two small interfaces besides the dispatch interface; each shares the object's identity.
-  class ErrorSupport final : public ISupportErrorInfo {
+  /// A small interface besides the dispatch interface, which shares the object's identity.
+  template <class Interface>
+  class Side : public Interface {
    public:
-    explicit ErrorSupport(DispatchObject& owner) noexcept : owner_(owner) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
+    explicit Side(DispatchObject& owner) noexcept : owner_(owner) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override {
+      return owner_.queryInterface(iid, object);
+    }
     ULONG STDMETHODCALLTYPE AddRef() noexcept override { return owner_.addRef(); }
     ULONG STDMETHODCALLTYPE Release() noexcept override { return owner_.release(); }
+
+   protected:
+    DispatchObject& owner_;
+  };
+  class ErrorSupport final : public Side<ISupportErrorInfo> {
+   public:
+    using Side::Side;
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override;
-
-   private:
-    DispatchObject& owner_;
   };
-  class ClassInfo final : public IProvideClassInfo {
+  class ClassInfo final : public Side<IProvideClassInfo> {
    public:
-    explicit ClassInfo(DispatchObject& owner) noexcept : owner_(owner) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
-    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return owner_.addRef(); }
-    ULONG STDMETHODCALLTYPE Release() noexcept override { return owner_.release(); }
+    using Side::Side;
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-
-   private:
-    DispatchObject& owner_;
   };
-
-  HRESULT callMember(const MemberRow& row, const DISPPARAMS& params, Variant& result,
-                     UINT* argumentError);
 
   const AnyFunction* table_;  // must stay the first field
   const ClassDescription& class_;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cstdint>
 
 #include "core/names.h"
 
@@ -14,7 +14,7 @@ struct StandardText {
   std::u16string_view text;
 };
 
-// The platform's own texts, as a script's error object shows them; in order of number.
+// The platform's own texts, as a script's error object shows them.
 constexpr auto kStandardTexts = std::to_array<StandardText>({
     {5, u"Invalid procedure call or argument"},
     {6, u"Overflow"},
@@ -44,14 +44,14 @@ constexpr auto kStandardTexts = std::to_array<StandardText>({
     {448, u"Named argument not found"},
     {449, u"Argument not optional"},
     {450, u"Wrong number of arguments or invalid property assignment"},
+    {451, u"Object not a collection"},
     {457, u"This key is already associated with an element of this collection"},
 });
-static_assert(std::ranges::is_sorted(kStandardTexts, {}, &StandardText::number));
 
 std::u16string standardText(int number) {
-  const auto row = std::ranges::lower_bound(kStandardTexts, number, {}, &StandardText::number);
-  if (row != kStandardTexts.end() && row->number == number) return std::u16string(row->text);
-  return u"Application-defined or object-defined error";
+  const auto row = std::ranges::find(kStandardTexts, number, &StandardText::number);
+  return std::u16string(row == kStandardTexts.end() ? u"Application-defined or object-defined error"
+                                                    : row->text);
 }
 
 struct RuntimeCode {
@@ -86,10 +86,9 @@ std::string asciiOf(std::u16string_view text) {
 }
 
 std::u16string hexadecimal(HRESULT code) {
-  std::array<char, 16> digits{};
-  std::snprintf(digits.data(), digits.size(), "0x%08X", static_cast<unsigned>(code));
-  std::u16string result;
-  for (const char* c = digits.data(); *c != '\0'; ++c) result += static_cast<char16_t>(*c);
+  std::u16string result = u"0x";
+  for (int shift = 28; shift >= 0; shift -= 4)
+    result += u"0123456789ABCDEF"[(static_cast<std::uint32_t>(code) >> shift) & 0xF];
   return result;
 }
 

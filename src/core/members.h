@@ -5,7 +5,6 @@
 //                              {in(u"IN_iLogLevel"), optional(u"IN_szLog", EmptyText{}), ...})
 #pragma once
 
-#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -13,18 +12,11 @@
 
 namespace quendal {
 
-/// What a row says of a parameter besides its C++ type.
-struct ParameterSpec {
-  std::u16string_view name;
-  bool optional = false;
-  ParameterDefault defaultValue = NoDefault{};
-};
-
-/// A required parameter.
-constexpr ParameterSpec in(std::u16string_view name) { return {name}; }
+/// A required parameter, in a row.
+constexpr ParameterRow in(std::u16string_view name) { return {name}; }
 /// An optional parameter, with its declared default if it has one.
-constexpr ParameterSpec optional(std::u16string_view name,
-                                 ParameterDefault defaultValue = NoDefault{}) {
+constexpr ParameterRow optional(std::u16string_view name,
+                                ParameterDefault defaultValue = NoDefault{}) {
   return {name, true, defaultValue};
 }
 
@@ -38,23 +30,31 @@ struct MemberTraits<R (C::*)(P...)> {
   using Returned = R;
   using Parameters = std::tuple<P...>;
 };
-template <class C, class R, class... P>
-struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
 
-/// Keeps an object alive for the length of a call on it: foreign code that runs meanwhile may let
-/// go of its last reference. A plain property's getter runs none, and goes without.
+/// Keeps an object alive for the length of a call on it, as foreign code that runs meanwhile may
+/// let go of its last reference. Null for a call that runs none.
 class Hold {
  public:
-  explicit Hold(DispatchObject& object) noexcept : object_(object) { object_.addRef(); }
+  explicit Hold(DispatchObject* object) noexcept : object_(object) {
+    if (object_ != nullptr) object_->addRef();
+  }
   Hold(const Hold&) = delete;
   Hold& operator=(const Hold&) = delete;
-  ~Hold() { object_.release(); }
+  ~Hold() {
+    if (object_ != nullptr) object_->release();
+  }
 
  private:
-  DispatchObject& object_;
+  DispatchObject* object_;
 };
-struct NoHold {
-  explicit NoHold(DispatchObject&) noexcept {}
+
+/// Calls a function with arguments that are made one after the other, as making one may run the
+/// page's code, and that live until it returns. Only a list in braces promises that order.
+struct InOrder {
+  template <class Function, class... Arguments>
+  explicit InOrder(const Function& function, Arguments&&... arguments) {
+    function(arguments...);
+  }
 };
 
 template <MemberKind Kind, auto Member, class Parameters>
@@ -64,20 +64,47 @@ struct Slot;
 template <MemberKind Kind, auto Member, class... P>
 struct Slot<Kind, Member, std::tuple<P...>> {
   using Traits = MemberTraits<decltype(Member)>;
-  using C = typename Traits::Class;
   using R = typename Traits::Returned;
-  using HoldForCall =
-      std::conditional_t<Kind == MemberKind::Get && sizeof...(P) == 0, NoHold, Hold>;
+  using Indexes = std::index_sequence_for<P...>;
 
-  static C& instanceOf(DispatchObject& object) {
-    return static_cast<Component<C>&>(object).instance;
+  static MemberRow row(std::u16string_view name, std::u16string_view help,
+                       const std::array<ParameterRow, sizeof...(P)>& parameters) {
+    static_assert(sizeof...(P) <= kMaxParameters);
+    MemberRow row;
+    row.name = name;
+    row.kind = Kind;
+    row.help = help;
+    row.parameterCount = sizeof...(P);
+    std::ranges::copy(parameters, row.parameterRows.begin());
+    [[maybe_unused]] ParameterRow* next = row.parameterRows.data();
+    ((next->type = Parameter<P>::kType, next->byReference = Parameter<P>::kByReference, ++next),
+     ...);
+    row.late = &late;
+    if constexpr (std::is_void_v<R>) {
+      row.slot = reinterpret_cast<AnyFunction>(&call);
+    } else {
+      row.result = Result<R>::kType;
+      row.slot = reinterpret_cast<AnyFunction>(&callFor<typename Result<R>::Abi>);
+    }
+    return row;
+  }
+
+ private:
+  static auto member(DispatchObject& object) noexcept {
+    return [&instance = static_cast<Component<typename Traits::Class>&>(object).instance](
+               auto&... arguments) -> R { return (instance.*Member)(arguments...); };
+  }
+
+  /// A plain property's getter runs no foreign code.
+  static DispatchObject* heldIn(DispatchObject& object) noexcept {
+    return Kind == MemberKind::Get && sizeof...(P) == 0 ? nullptr : &object;
   }
 
   static HRESULT STDMETHODCALLTYPE call(DispatchObject* self,
                                         typename Parameter<P>::Abi... arguments) noexcept {
-    const HoldForCall hold(*self);
+    const Hold hold(heldIn(*self));
     try {
-      (instanceOf(*self).*Member)(typename Parameter<P>::Argument(arguments).get()...);
+      InOrder{member(*self), Parameter<P>::fromTable(arguments)...};
       return S_OK;
     } catch (...) {
       return publishCurrentException(nullptr);
@@ -90,106 +117,56 @@ struct Slot<Kind, Member, std::tuple<P...>> {
                                            Abi* result) noexcept {
     if (result == nullptr) return E_POINTER;
     *result = Abi{};
-    const HoldForCall hold(*self);
+    const Hold hold(heldIn(*self));
     try {
-      *result = Result<R>::toTable(
-          (instanceOf(*self).*Member)(typename Parameter<P>::Argument(arguments).get()...));
+      InOrder{[&](auto&... own) { *result = Result<R>::toTable(member(*self)(own...)); },
+              Parameter<P>::fromTable(arguments)...};
       return S_OK;
     } catch (...) {
       return publishCurrentException(nullptr);
     }
   }
 
-  static void late(DispatchObject& object, CallFrame& frame, Variant& result) {
-    lateWith(object, frame, result, std::index_sequence_for<P...>{});
+  static void late(DispatchObject& object, const CallFrame& frame, Variant& result) {
+    const Hold hold(heldIn(object));
+    lateWith(object, frame, result, Indexes{});
   }
 
- private:
   template <std::size_t... I>
-  static void lateWith(DispatchObject& object, [[maybe_unused]] CallFrame& frame,
+  static void lateWith(DispatchObject& object, [[maybe_unused]] const CallFrame& frame,
                        [[maybe_unused]] Variant& result, std::index_sequence<I...>) {
-    const HoldForCall hold(object);
-    // Made one after the other, in place: converting one may run the page's code.
-    std::tuple<std::optional<typename Parameter<P>::Argument>...> arguments;
-    (std::get<I>(arguments).emplace(frame, I), ...);
-    const auto writeBack = [&] { (handBack(*std::get<I>(arguments)), ...); };
-    try {
-      if constexpr (std::is_void_v<R>)
-        (instanceOf(object).*Member)(std::get<I>(arguments)->get()...);
-      else
-        result =
-            Result<R>::toVariant((instanceOf(object).*Member)(std::get<I>(arguments)->get()...));
-    } catch (...) {
-      writeBack();  // what the member changed before it failed stays changed
-      throw;
-    }
-    writeBack();
-  }
-
-  template <class Argument>
-  static void handBack(const Argument& argument) {
-    if constexpr (requires { argument.writeBack(); }) argument.writeBack();
+    if constexpr (std::is_void_v<R>)
+      InOrder{member(object), Parameter<P>::fromCall(frame, I)...};
+    else
+      InOrder{[&](auto&... own) { result = Result<R>::toVariant(member(object)(own...)); },
+              Parameter<P>::fromCall(frame, I)...};
   }
 };
 
-template <MemberKind Kind, auto Member, class... P>
-MemberRow row(std::u16string_view name, std::u16string_view help,
-              std::span<const ParameterSpec> specs, std::tuple<P...>*) {
-  using Traits = MemberTraits<decltype(Member)>;
-  using MemberSlot = Slot<Kind, Member, std::tuple<P...>>;
-  static_assert(sizeof...(P) <= kMaxParameters);
-  MemberRow result;
-  result.name = name;
-  result.kind = Kind;
-  result.help = help;
-  result.parameterCount = sizeof...(P);
-  std::size_t i = 0;
-  [[maybe_unused]] const auto add = [&](TypeReference type, bool byReference) {
-    const ParameterSpec& spec = specs[i];
-    result.parameterRows[i++] = {spec.name, type, byReference, spec.optional, spec.defaultValue};
-  };
-  (add(Parameter<P>::kType, Parameter<P>::kByReference), ...);
-  if constexpr (std::is_void_v<typename Traits::Returned>) {
-    result.slot = reinterpret_cast<AnyFunction>(&MemberSlot::call);
-  } else {
-    using Returned = Result<typename Traits::Returned>;
-    result.result = Returned::kType;
-    result.slot =
-        reinterpret_cast<AnyFunction>(&MemberSlot::template callFor<typename Returned::Abi>);
-  }
-  result.late = &MemberSlot::late;
-  return result;
-}
-
-template <MemberKind Kind, auto Member, std::size_t N>
-MemberRow rowOf(std::u16string_view name, std::u16string_view help,
-                const std::array<ParameterSpec, N>& specs) {
-  using Parameters = typename MemberTraits<decltype(Member)>::Parameters;
-  static_assert(std::tuple_size_v<Parameters> == N, "name each parameter");
-  return row<Kind, Member>(name, help, specs, static_cast<Parameters*>(nullptr));
-}
-
 template <auto Member>
-using Specs = std::array<ParameterSpec,
-                         std::tuple_size_v<typename MemberTraits<decltype(Member)>::Parameters>>;
+using ParametersOf = typename MemberTraits<decltype(Member)>::Parameters;
+template <auto Member>
+using Rows = std::array<ParameterRow, std::tuple_size_v<ParametersOf<Member>>>;
+template <MemberKind Kind, auto Member>
+using SlotOf = Slot<Kind, Member, ParametersOf<Member>>;
 
 }  // namespace detail
 
 /// A row for a method, a property's getter, and a property's setter.
 template <auto Member>
 MemberRow method(std::u16string_view name, std::u16string_view help,
-                 const detail::Specs<Member>& parameters = {}) {
-  return detail::rowOf<MemberKind::Method, Member>(name, help, parameters);
+                 const detail::Rows<Member>& parameters = {}) {
+  return detail::SlotOf<MemberKind::Method, Member>::row(name, help, parameters);
 }
 template <auto Member>
 MemberRow get(std::u16string_view name, std::u16string_view help,
-              const detail::Specs<Member>& parameters = {}) {
-  return detail::rowOf<MemberKind::Get, Member>(name, help, parameters);
+              const detail::Rows<Member>& parameters = {}) {
+  return detail::SlotOf<MemberKind::Get, Member>::row(name, help, parameters);
 }
 template <auto Member>
 MemberRow put(std::u16string_view name, std::u16string_view help,
-              const detail::Specs<Member>& parameters) {
-  return detail::rowOf<MemberKind::Put, Member>(name, help, parameters);
+              const detail::Rows<Member>& parameters) {
+  return detail::SlotOf<MemberKind::Put, Member>::row(name, help, parameters);
 }
 
 }  // namespace quendal

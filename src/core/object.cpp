@@ -41,17 +41,27 @@ struct ReleaseEnumerator {
 };
 using Enumerator = std::unique_ptr<IEnumVARIANT, ReleaseEnumerator>;
 
-[[noreturn]] void raiseNotACollection() {
-  constexpr int kNotACollection = 451;
-  throw AutomationError(kNotACollection, u"Object not a collection");
-}
-
 /// How a plain property answers when it is given arguments, without having run: by the automation
 /// rules, or as script engines do. What a member that ran has raised comes as an exception.
 constexpr bool isPlainProperty(HRESULT code) noexcept {
-  constexpr int kWrongNumberOfArguments = 450;
   return code == DISP_E_BADPARAMCOUNT || code == DISP_E_MEMBERNOTFOUND ||
-         code == errorCode(kWrongNumberOfArguments);
+         code == errorCode(error_number::kWrongArguments);
+}
+
+HRESULT tryInvoke(IDispatch* object, DISPID id, WORD flags, Object::Arguments arguments,
+                  Variant& result, Exception& exception) {
+  // The callee borrows the arguments, last one first.
+  std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
+  DISPID putId = DISPID_PROPERTYPUT;
+  DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+  const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
+  if (isPut) {
+    params.rgdispidNamedArgs = &putId;
+    params.cNamedArgs = 1;
+  }
+  UINT argumentError = 0;
+  return object->Invoke(id, IID_NULL, kUserLocale, flags, &params, isPut ? nullptr : &result,
+                        exception.put(), &argumentError);
 }
 
 }  // namespace
@@ -88,27 +98,6 @@ DISPID Object::idOf(std::u16string_view name) const {
   return id;
 }
 
-namespace {
-
-HRESULT tryInvoke(IDispatch* object, DISPID id, WORD flags, Object::Arguments arguments,
-                  Variant& result, Exception& exception) {
-  // The callee borrows the arguments, last one first.
-  std::vector<VARIANTARG> reversed(arguments.rbegin(), arguments.rend());
-  DISPID putId = DISPID_PROPERTYPUT;
-  DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-  const bool isPut = (flags & DISPATCH_PROPERTYPUT) != 0;
-  if (isPut) {
-    params.rgdispidNamedArgs = &putId;
-    params.cNamedArgs = 1;
-  }
-  UINT argumentError = 0;
-  constexpr LCID kUserLocale = 0x400;
-  return object->Invoke(id, IID_NULL, kUserLocale, flags, &params, isPut ? nullptr : &result,
-                        exception.put(), &argumentError);
-}
-
-}  // namespace
-
 Variant Object::invoke(DISPID id, WORD flags, Arguments arguments) const {
   if (object_ == nullptr) throw AutomationError(error_number::kObjectNotSet);
   Variant result;
@@ -137,14 +126,17 @@ Variant Object::getWith(std::u16string_view name, Arguments arguments) const {
   Variant value;
   Exception ignored;
   if (!isPlainProperty(code) ||
-      FAILED(tryInvoke(object_, id, DISPATCH_PROPERTYGET, {}, value, ignored)) ||
-      (value.vt != VT_DISPATCH && value.vt != VT_UNKNOWN))
+      FAILED(tryInvoke(object_, id, DISPATCH_PROPERTYGET, {}, value, ignored)) || !isObject(value))
     exception.raise(code);
   return from(value).invoke(DISPID_VALUE, DISPATCH_PROPERTYGET, arguments);
 }
 
 Variant Object::callWith(std::u16string_view name, Arguments arguments) const {
   return invoke(idOf(name), DISPATCH_METHOD, arguments);
+}
+
+void Object::putWith(std::u16string_view name, Arguments indexesAndValue) const {
+  invoke(idOf(name), DISPATCH_PROPERTYPUT, indexesAndValue);
 }
 
 Variant Object::defaultValue() const {
@@ -157,12 +149,12 @@ void Object::forEach(const std::function<void(const Variant&)>& visit) const {
     created = invoke(DISPID_NEWENUM, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {});
   } catch (const AutomationError& error) {
     if (error.number() != error_number::kNoSuchMember) throw;
-    raiseNotACollection();
+    throw AutomationError(error_number::kNotACollection);
   }
   void* found = nullptr;
-  if ((created.vt != VT_UNKNOWN && created.vt != VT_DISPATCH) || created.punkVal == nullptr ||
+  if (!isObject(created) || created.punkVal == nullptr ||
       FAILED(created.punkVal->QueryInterface(IID_IEnumVARIANT, &found)))
-    raiseNotACollection();
+    throw AutomationError(error_number::kNotACollection);
   const Enumerator enumerator(static_cast<IEnumVARIANT*>(found));
   while (true) {
     Variant element;
@@ -176,15 +168,11 @@ void Object::forEach(const std::function<void(const Variant&)>& visit) const {
 
 void forEach(const VARIANT& collection, const std::function<void(const Variant&)>& visit) {
   const VARIANT plain = follow(collection);
-  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) return Object::from(plain).forEach(visit);
-  if ((plain.vt & VT_ARRAY) == 0) raiseNotACollection();
+  if (isObject(plain)) return Object::from(plain).forEach(visit);
+  if ((plain.vt & VT_ARRAY) == 0) throw AutomationError(error_number::kNotACollection);
   if (plain.parray == nullptr) return;  // no elements yet
   const ArrayView array(plain);
   for (std::size_t i = 0; i < array.size(); ++i) visit(Variant::copyOf(array.at(i)));
-}
-
-void Object::putWith(std::u16string_view name, Arguments indexesAndValue) const {
-  invoke(idOf(name), DISPATCH_PROPERTYPUT, indexesAndValue);
 }
 
 }  // namespace quendal

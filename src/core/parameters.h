@@ -25,19 +25,16 @@ class CallFrame {
  public:
   explicit CallFrame(const MemberRow& row) noexcept : row_(row) {}
 
-  [[nodiscard]] const ParameterRow& parameter(std::size_t i) const noexcept {
-    return row_.parameterRows[i];
-  }
   /// Null when omitted, or when the caller said so with the missing-argument marker and the
   /// parameter is not a Variant.
   [[nodiscard]] VARIANT*& argument(std::size_t i) noexcept { return arguments_[i]; }
+  [[nodiscard]] const VARIANT* argument(std::size_t i) const noexcept { return arguments_[i]; }
   /// The trailing arguments of a parameter array, in call order, as they came.
   [[nodiscard]] std::vector<VARIANT>& list() noexcept { return list_; }
+  [[nodiscard]] const std::vector<VARIANT>& list() const noexcept { return list_; }
 
-  /// The argument converted to a plain type, or its default. Throws ArgumentError.
+  /// The argument converted to a number, Boolean or text, or its default. Throws ArgumentError.
   [[nodiscard]] Variant plainArgument(std::size_t i, VARTYPE type) const;
-  /// The argument's text, or its default, kept in `own`. Throws ArgumentError.
-  const Text& textArgument(std::size_t i, Text& own) const;
 
  private:
   const MemberRow& row_;
@@ -51,16 +48,23 @@ concept InterfaceEnumeration = std::is_enum_v<E> && requires(E e) {
   { interfaceNameOf(e) } -> std::convertible_to<std::u16string_view>;
 };
 
-/// A parameter type of members: `Abi` is what stands in the function table; `Argument` is made of
-/// that, or of a call by name, lives as long as the call and gives the member what it takes. An
-/// argument with `writeBack` hands what the member changed to the caller of a call by name.
+/// A parameter type of members: `Abi` is what stands in the function table. `fromTable` makes of
+/// that, and `fromCall` of an argument of a call by name, what is kept as long as the call runs and
+/// converts to the parameter.
 ///
 /// Foreign code runs during many calls and can change or clear the page's variables. So what came
-/// by value is the argument's own, or, in the function table, the caller's for the length of its
-/// call. A Variant that came by reference is read where the member reads it; numbers, Booleans and
-/// texts of a call by name are taken when it begins, and changed ones handed back when it ends.
+/// by value is the call's own, or, in the function table, the caller's for the length of its call.
+/// A Variant that came by reference is read where the member reads it; numbers, Booleans and, in a
+/// call by name, texts are taken when it begins.
 template <class P>
 struct Parameter;
+
+template <class A, InterfaceType Type, bool ByReference = false>
+struct Crossing {
+  using Abi = A;
+  static constexpr TypeReference kType{Type};
+  static constexpr bool kByReference = ByReference;
+};
 
 /// 16- and 32-bit numbers and Booleans: tag, and the field of a VARIANT.
 template <class T>
@@ -89,153 +93,91 @@ struct Scalar<E> {
   static constexpr TypeReference kType{InterfaceType::Enumeration, interfaceNameOf(E{})};
   static E read(const VARIANT& value) noexcept { return static_cast<E>(value.lVal); }
 };
-
 template <class T>
-requires requires { Scalar<T>::kTag; }
+concept IsScalar = requires {
+  Scalar<T>::kTag;
+};
+
+template <IsScalar T>
 struct Parameter<T> {
   using Abi = T;
   static constexpr TypeReference kType = Scalar<T>::kType;
   static constexpr bool kByReference = false;
-
-  class Argument {
-   public:
-    explicit Argument(T value) noexcept : value_(value) {}
-    Argument(CallFrame& frame, std::size_t i)
-        : value_(Scalar<T>::read(frame.plainArgument(i, Scalar<T>::kTag))) {}
-    T get() const noexcept { return value_; }
-
-   private:
-    T value_;
-  };
+  static T fromTable(T value) noexcept { return value; }
+  static T fromCall(const CallFrame& frame, std::size_t i) {
+    return Scalar<T>::read(frame.plainArgument(i, Scalar<T>::kTag));
+  }
 };
 
-template <class T>
-requires requires { Scalar<T>::kTag; }
-struct Parameter<T&> {
+template <IsScalar T>
+struct Parameter<Ref<T>> {
   using Abi = T*;
   static constexpr TypeReference kType = Scalar<T>::kType;
   static constexpr bool kByReference = true;
-
-  class Argument {
-   public:
-    explicit Argument(T* variable) : variable_(variable) {
-      if (variable == nullptr) throw AutomationError::passedOn(E_POINTER, {}, {});
-    }
-    Argument(CallFrame& frame, std::size_t i)
-        : argument_(frame.argument(i)),
-          original_(Scalar<T>::read(frame.plainArgument(i, Scalar<T>::kTag))),
-          value_(original_),
-          variable_(&value_) {}
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    T& get() const noexcept { return *variable_; }
-    /// Only a changed value is written, so that an unchanged variable keeps its own type.
-    void writeBack() const {
-      if (value_ != original_ && argument_ != nullptr && (argument_->vt & VT_BYREF) != 0)
-        storeThrough(*argument_, Variant(value_));
-    }
-
-   private:
-    VARIANT* argument_ = nullptr;
-    T original_{};
-    T value_{};
-    T* variable_;
-  };
+  static Ref<T> fromTable(T* variable) {
+    if (variable == nullptr) throw AutomationError::passedOn(E_POINTER, {}, {});
+    return {*variable, referenceTo(Scalar<T>::kTag, variable)};
+  }
+  static Ref<T> fromCall(const CallFrame& frame, std::size_t i) {
+    const T value = Parameter<T>::fromCall(frame, i);
+    return frame.argument(i) == nullptr ? Ref<T>(value) : Ref<T>(value, *frame.argument(i));
+  }
 };
 
-template <std::derived_from<VariantRef> R>
-struct Parameter<R&> {
-  using Abi = VARIANT*;
-  static constexpr TypeReference kType{InterfaceType::Variant};
-  static constexpr bool kByReference = true;
-
-  class Argument {
-   public:
-    explicit Argument(VARIANT* variable) : reference_(variable) {}
-    Argument(CallFrame& frame, std::size_t i)
-        : reference_(VariantRef::kArgument, frame.argument(i)) {}
-    R& get() noexcept { return reference_; }
-
-   private:
-    R reference_;
-  };
+template <class R>
+requires std::derived_from<R, VariantRef>
+struct Parameter<R&> : Crossing<VARIANT*, InterfaceType::Variant, true> {
+  static R fromTable(VARIANT* variable) { return R(variable); }
+  static R fromCall(const CallFrame& frame, std::size_t i) {
+    return frame.argument(i) == nullptr ? R(nullptr) : R(*frame.argument(i));
+  }
 };
+/// One that the member does not replace.
+template <class R>
+struct Parameter<const R&> : Parameter<R&> {};
 
 template <>
-struct Parameter<const VARIANT&> {
-  using Abi = VARIANT;
-  static constexpr TypeReference kType{InterfaceType::Variant};
-  static constexpr bool kByReference = false;
-
-  class Argument {
+struct Parameter<const VARIANT&> : Crossing<VARIANT, InterfaceType::Variant> {
+  /// The caller's value; a reference's is copied.
+  class Value {
    public:
-    explicit Argument(const VARIANT& value);
-    Argument(CallFrame& frame, std::size_t i);
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    const VARIANT& get() const noexcept { return *value_; }
+    explicit Value(const VARIANT& value);
+    Value(const Value&) = delete;
+    Value& operator=(const Value&) = delete;
+    operator const VARIANT&() const noexcept { return *value_; }
 
    private:
-    Variant own_;
+    Variant copy_;
     const VARIANT* value_;
   };
+  static Value fromTable(const VARIANT& value) { return Value(value); }
+  static Variant fromCall(const CallFrame& frame, std::size_t i);
 };
 
 template <>
-struct Parameter<std::u16string_view> {
-  using Abi = BSTR;
-  static constexpr TypeReference kType{InterfaceType::String};
-  static constexpr bool kByReference = false;
-
-  class Argument {
-   public:
-    explicit Argument(BSTR text) noexcept : text_(viewOf(text)) {}
-    Argument(CallFrame& frame, std::size_t i) : text_(frame.textArgument(i, own_)) {}
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    std::u16string_view get() const noexcept { return text_; }
-
-   private:
-    Text own_;
-    std::u16string_view text_;
-  };
+struct Parameter<std::u16string_view> : Crossing<BSTR, InterfaceType::String> {
+  static std::u16string_view fromTable(BSTR text) noexcept { return viewOf(text); }
+  static Text fromCall(const CallFrame& frame, std::size_t i) {
+    return Text::attach(frame.plainArgument(i, VT_BSTR).release().bstrVal);
+  }
 };
 
 template <>
-struct Parameter<TextRef> {
-  using Abi = BSTR*;
-  static constexpr TypeReference kType{InterfaceType::String};
-  static constexpr bool kByReference = true;
-
-  class Argument {
-   public:
-    explicit Argument(const BSTR* text) noexcept : text_(reinterpret_cast<const Text*>(text)) {}
-    Argument(CallFrame& frame, std::size_t i) : text_(&frame.textArgument(i, own_)) {}
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    TextRef get() const noexcept { return TextRef(text_); }
-
-   private:
-    Text own_;
-    const Text* text_;
-  };
+struct Parameter<TextRef> : Crossing<BSTR*, InterfaceType::String, true> {
+  static TextRef fromTable(const BSTR* text) noexcept {
+    return TextRef(reinterpret_cast<const Text*>(text));
+  }
+  static Text fromCall(const CallFrame& frame, std::size_t i) {
+    return Parameter<std::u16string_view>::fromCall(frame, i);
+  }
 };
 
 template <>
-struct Parameter<const Object&> {
-  using Abi = IDispatch**;
-  static constexpr TypeReference kType{InterfaceType::Dispatch};
-  static constexpr bool kByReference = true;
-
-  class Argument {
-   public:
-    explicit Argument(IDispatch* const* object) : object_(object == nullptr ? nullptr : *object) {}
-    Argument(CallFrame& frame, std::size_t i);
-    const Object& get() const noexcept { return object_; }
-
-   private:
-    Object object_;
-  };
+struct Parameter<const Object&> : Crossing<IDispatch**, InterfaceType::Dispatch, true> {
+  static Object fromTable(IDispatch* const* object) noexcept {
+    return Object(object == nullptr ? nullptr : *object);
+  }
+  static Object fromCall(const CallFrame& frame, std::size_t i);
 };
 
 /// The trailing arguments of a call, in call order. Elements may be references: each is read when
@@ -243,32 +185,33 @@ struct Parameter<const Object&> {
 using ArgumentList = std::span<const VARIANT>;
 
 template <>
-struct Parameter<ArgumentList> {
-  using Abi = SAFEARRAY**;
-  static constexpr TypeReference kType{InterfaceType::VariantList};
-  static constexpr bool kByReference = true;
-
-  class Argument {
+struct Parameter<ArgumentList> : Crossing<SAFEARRAY**, InterfaceType::VariantList, true> {
+  /// Keeps the caller's array locked. Raises 13 for one that is no list of Variants.
+  class Locked {
    public:
-    explicit Argument(SAFEARRAY* const* array);
-    Argument(CallFrame& frame, std::size_t) noexcept : list_(frame.list()) {}
-    Argument(const Argument&) = delete;
-    Argument& operator=(const Argument&) = delete;
-    ~Argument();
-    ArgumentList get() const noexcept { return list_; }
+    explicit Locked(SAFEARRAY* array);
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+    ~Locked();
+    operator ArgumentList() const noexcept { return list_; }
 
    private:
-    SAFEARRAY* array_ = nullptr;  // of a call through the table: locked while it runs
+    SAFEARRAY* array_;  // null for none
     ArgumentList list_;
   };
+  static Locked fromTable(SAFEARRAY* const* array) {
+    return Locked(array == nullptr ? nullptr : *array);
+  }
+  static ArgumentList fromCall(const CallFrame& frame, std::size_t) noexcept {
+    return frame.list();
+  }
 };
 
 /// Results: their place in the function table and how they become that or a Variant.
 template <class R>
 struct Result;
 
-template <class T>
-requires requires { Scalar<T>::kTag; }
+template <IsScalar T>
 struct Result<T> {
   using Abi = T;
   static constexpr TypeReference kType = Scalar<T>::kType;

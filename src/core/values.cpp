@@ -1,7 +1,9 @@
 #include <quendal/object.h>
 #include <quendal/variant.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "automation/element_size.h"
@@ -136,15 +138,13 @@ Variant converted(const VARIANT& value, VARTYPE type) {
   if ((source.vt & VT_ARRAY) != 0) throw AutomationError(error_number::kTypeMismatch);
   if (source.vt == VT_DISPATCH && source.pdispVal == nullptr)
     throw AutomationError(error_number::kObjectNotSet);
-  if (source.vt == VT_DISPATCH || source.vt == VT_UNKNOWN) {
+  if (isObject(source)) {
     // Asked here rather than by the runtime, which hides the object's own error.
     const Variant inner = Object::from(source).defaultValue();
-    if (inner.vt == VT_DISPATCH || inner.vt == VT_UNKNOWN)
-      throw AutomationError(error_number::kNoSuchMember);
+    if (isObject(inner)) throw AutomationError(error_number::kNoSuchMember);
     return converted(inner, type);
   }
   Variant result;
-  constexpr LCID kUserLocale = 0x400;
   check(VariantChangeTypeEx(&result, readOnly(source), kUserLocale, VARIANT_ALPHABOOL, type));
   return result;
 }
@@ -183,68 +183,48 @@ double doubleOf(const VARIANT& value) {
 
 namespace {
 
-std::u16string objectTypeName(IUnknown* unknown) {
-  if (unknown == nullptr) return u"Nothing";
-  void* found = nullptr;
-  Text name;
-  BSTR raw = nullptr;
+/// The type information that an object gives of its class, or else of itself; null for none.
+ITypeInfo* typeInfoOf(IUnknown& object) {
   ITypeInfo* info = nullptr;
-  if (SUCCEEDED(unknown->QueryInterface(IID_IProvideClassInfo, &found))) {
+  void* found = nullptr;
+  if (SUCCEEDED(object.QueryInterface(IID_IProvideClassInfo, &found))) {
     auto* provider = static_cast<IProvideClassInfo*>(found);
-    if (FAILED(provider->GetClassInfo(&info))) info = nullptr;
+    const HRESULT code = provider->GetClassInfo(&info);
     provider->Release();
+    if (SUCCEEDED(code) && info != nullptr) return info;
   }
-  if (info == nullptr && SUCCEEDED(unknown->QueryInterface(IID_IDispatch, &found))) {
-    auto* object = static_cast<IDispatch*>(found);
-    if (FAILED(object->GetTypeInfo(0, 0, &info))) info = nullptr;
-    object->Release();
-  }
+  if (FAILED(object.QueryInterface(IID_IDispatch, &found))) return nullptr;
+  const Object dispatch = Object::attach(static_cast<IDispatch*>(found));
+  return SUCCEEDED(dispatch.dispatch()->GetTypeInfo(0, 0, &info)) ? info : nullptr;
+}
+
+std::u16string objectTypeName(IUnknown* object) {
+  if (object == nullptr) return u"Nothing";
+  ITypeInfo* const info = typeInfoOf(*object);
   if (info == nullptr) return u"Object";
-  if (SUCCEEDED(info->GetDocumentation(MEMBERID_NIL, &raw, nullptr, nullptr, nullptr)))
-    name = Text::attach(raw);
+  BSTR raw = nullptr;
+  static_cast<void>(info->GetDocumentation(MEMBERID_NIL, &raw, nullptr, nullptr, nullptr));
+  const Text name = Text::attach(raw);
   info->Release();
   std::u16string_view view = name;
   if (view.starts_with(u'_')) view.remove_prefix(1);  // an interface stands for its class
   return view.empty() ? u"Object" : std::u16string(view);
 }
 
+struct TypeName {
+  VARTYPE type;
+  std::u16string_view name;
+};
+constexpr TypeName kTypeNames[] = {
+    {VT_EMPTY, u"Empty"},     {VT_NULL, u"Null"},       {VT_I2, u"Integer"},  {VT_I4, u"Long"},
+    {VT_R4, u"Single"},       {VT_R8, u"Double"},       {VT_CY, u"Currency"}, {VT_DATE, u"Date"},
+    {VT_BSTR, u"String"},     {VT_DISPATCH, u"Object"}, {VT_ERROR, u"Error"}, {VT_BOOL, u"Boolean"},
+    {VT_VARIANT, u"Variant"}, {VT_DECIMAL, u"Decimal"}, {VT_UI1, u"Byte"},
+};
+
 std::u16string plainTypeName(VARTYPE type) {
-  switch (type) {
-    case VT_EMPTY:
-      return u"Empty";
-    case VT_NULL:
-      return u"Null";
-    case VT_I2:
-      return u"Integer";
-    case VT_I4:
-      return u"Long";
-    case VT_R4:
-      return u"Single";
-    case VT_R8:
-      return u"Double";
-    case VT_CY:
-      return u"Currency";
-    case VT_DATE:
-      return u"Date";
-    case VT_BSTR:
-      return u"String";
-    case VT_DISPATCH:
-      return u"Object";
-    case VT_ERROR:
-      return u"Error";
-    case VT_BOOL:
-      return u"Boolean";
-    case VT_VARIANT:
-      return u"Variant";
-    case VT_UNKNOWN:
-      return u"Unknown";
-    case VT_DECIMAL:
-      return u"Decimal";
-    case VT_UI1:
-      return u"Byte";
-    default:
-      return u"Unknown";
-  }
+  const auto* found = std::ranges::find(kTypeNames, type, &TypeName::type);
+  return std::u16string(found == std::end(kTypeNames) ? u"Unknown" : found->name);
 }
 
 }  // namespace
@@ -253,7 +233,7 @@ std::u16string typeNameOf(const VARIANT& value) {
   const VARIANT plain = follow(value);
   if ((plain.vt & VT_ARRAY) != 0)
     return plainTypeName(static_cast<VARTYPE>(plain.vt & VT_TYPEMASK)) + u"()";
-  if (plain.vt == VT_DISPATCH || plain.vt == VT_UNKNOWN) {
+  if (isObject(plain)) {
     const Variant held = Variant::copyOf(plain);  // what it does when asked may let go of it
     return objectTypeName(held.punkVal);
   }

@@ -59,57 +59,33 @@ void storeThrough(const VARIANT& reference, Variant value) {
   std::swap_ranges(place, place + size, payload);  // the old value goes with `typed`
 }
 
-VariantRef::VariantRef(Argument, VARIANT* argument) noexcept : variable_(argument) {
-  VariantInit(&local_);
-  if (argument == nullptr) {
-    local_ = Variant::missing().release();
-    variable_ = &local_;
-  } else if ((argument->vt & VT_BYREF) == 0) {
-    local_ = *argument;  // borrowed
-    variable_ = &local_;
-  }
-}
-
-VariantRef::VariantRef(VARIANT* variable) noexcept : variable_(variable) {
-  VariantInit(&local_);
-  if (variable == nullptr) {
-    local_ = Variant::missing().release();
-    variable_ = &local_;
-  }
-}
-
-VariantRef::~VariantRef() {
-  if (ownsLocal_) VariantClear(&local_);
-}
-
 void VariantRef::set(Variant value) {
-  if ((variable_->vt & VT_BYREF) != 0) return storeThrough(*variable_, std::move(value));
-  if (isLocal() && !std::exchange(ownsLocal_, true)) {
-    local_ = value.release();  // the caller's literal, which was only borrowed
-  } else {
-    replace(*variable_, std::move(value));
-  }
+  if (isReference())
+    storeThrough(argument_, std::move(value));
+  else if (isOwned_)
+    replace(argument_, std::move(value));
+  else
+    own(std::move(value));
 }
 
 SAFEARRAY* VariantRef::array() {
   const VARIANT current = value();
   if ((current.vt & VT_ARRAY) == 0) return nullptr;
-  if (isLocal() && !ownsLocal_) set(Variant::copyOf(current));
+  if (!isReference() && !isOwned_) own(Variant::copyOf(current));
   return value().parray;
 }
 
 void VariantRef::eraseArray() {
-  const VARIANT* target = variable_;
+  const VARIANT* target = &argument_;
   while (target->vt == kVariantReference && target->pvarVal != nullptr) target = target->pvarVal;
   const bool isTyped = (target->vt & VT_BYREF) != 0;
   set(Variant::array(nullptr,
                      static_cast<VARTYPE>(isTyped ? target->vt & VT_TYPEMASK : VT_VARIANT)));
 }
 
-void VariantRef::replaceByEmptyText() {
-  local_ = Variant(u"").release();
-  variable_ = &local_;
-  ownsLocal_ = true;
+void VariantRef::own(Variant value) noexcept {
+  argument_ = value.release();
+  isOwned_ = true;
 }
 
 }  // namespace quendal

@@ -32,7 +32,7 @@ constexpr DetailRow kParserErrorRows[] = {
     {u"*** XML Parser Error Source   *** = ", u"srcText"},
 };
 
-void raiseToOne(std::int16_t& repeat) noexcept {
+void raiseToOne(Ref<std::int16_t>& repeat) {
   if (repeat < 1) repeat = 1;
 }
 
@@ -67,7 +67,8 @@ std::u16string Logging::errorDetails(std::int16_t level, const ErrorMember& memb
   return result;
 }
 
-std::u16string Logging::writeError(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat) {
+std::u16string Logging::writeError(Ref<std::int16_t> level, DefaultedRef& text,
+                                   Ref<std::int16_t> repeat) {
   clearError();
   raiseToOne(repeat);
   if (!passes(level)) return {};
@@ -77,8 +78,8 @@ std::u16string Logging::writeError(std::int16_t& level, DefaultedRef& text, std:
   return finished(std::move(result));
 }
 
-std::u16string Logging::logMsError(std::int16_t& level, const Object& error, DefaultedRef& text,
-                                   std::int16_t& repeat) {
+std::u16string Logging::logMsError(Ref<std::int16_t> level, const Object& error, DefaultedRef& text,
+                                   Ref<std::int16_t> repeat) {
   clearError();
   raiseToOne(repeat);
   if (!passes(level)) return {};
@@ -89,8 +90,8 @@ std::u16string Logging::logMsError(std::int16_t& level, const Object& error, Def
   return finished(std::move(result));
 }
 
-std::u16string Logging::logXmlError(std::int16_t& level, const Object& document, DefaultedRef& text,
-                                    std::int16_t& repeat) {
+std::u16string Logging::logXmlError(Ref<std::int16_t> level, const Object& document,
+                                    DefaultedRef& text, Ref<std::int16_t> repeat) {
   clearError();
   raiseToOne(repeat);
   // The code is read even when the level filters the entry out.
@@ -104,7 +105,8 @@ std::u16string Logging::logXmlError(std::int16_t& level, const Object& document,
   return finished(std::move(result));
 }
 
-std::u16string Logging::catchError(const Object& error, DefaultedRef& text, std::int16_t& repeat) {
+std::u16string Logging::catchError(const Object& error, DefaultedRef& text,
+                                   Ref<std::int16_t> repeat) {
   raiseToOne(repeat);
   if (pendingError() == 0) return {};  // the library's own, whatever the object tells
   return caught([&](std::u16string_view name) { return error.get(name); }, textIn(text), repeat);

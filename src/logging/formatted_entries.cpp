@@ -54,7 +54,7 @@ void moveMarkersForward(std::u16string& line, std::size_t indentation) {
 
 }  // namespace
 
-std::u16string Logging::writeBox(std::int16_t& level, DefaultedRef& text) {
+std::u16string Logging::writeBox(Ref<std::int16_t> level, DefaultedRef& text) {
   beginBox(level);
   return box(joinedTextOf(text.value()));
 }
@@ -78,9 +78,9 @@ std::u16string Logging::box(std::u16string_view text) {
   return result;
 }
 
-std::u16string Logging::startGroup(std::int16_t& level) { return openGroup(level); }
+std::u16string Logging::startGroup(Ref<std::int16_t> level) { return openGroup(level); }
 
-std::u16string Logging::endGroup(std::int16_t& level) { return closeGroup(level); }
+std::u16string Logging::endGroup(Ref<std::int16_t> level) { return closeGroup(level); }
 
 std::u16string Logging::openGroup(std::int16_t level) {
   clearError();
@@ -99,8 +99,8 @@ std::u16string Logging::closeGroup(std::int16_t level) {
   return result;
 }
 
-Variant Logging::writeParam(std::int16_t& level, VariantRef& name, const VARIANT& value,
-                            std::int16_t& distance, std::int16_t& indent) {
+Variant Logging::writeParam(Ref<std::int16_t> level, VariantRef& name, const VARIANT& value,
+                            Ref<std::int16_t> distance, Ref<std::int16_t> indent) {
   return parameter(level, name.value(), value, distance, indent);
 }
 
@@ -122,7 +122,7 @@ std::u16string Logging::parameter(std::int16_t level, const VARIANT& name, const
   return write(level, line);
 }
 
-std::u16string Logging::dump(std::int16_t& level, DefaultedRef& multiline, TextRef title) {
+std::u16string Logging::dump(Ref<std::int16_t> level, DefaultedRef& multiline, TextRef title) {
   clearError();
   const std::u16string prefix = linePrefix();  // also when the entry is filtered out
   std::u16string body = u"\r\n\r\n" + joinedTextOf(multiline.value()) + u"\r\n";

@@ -58,17 +58,17 @@ Boolean Logging::isAsp() { return booleanOf(inPage_); }
 
 Boolean Logging::unicode() { return booleanOf(file_.format() == LogFile::Format::Utf16); }
 
-void Logging::setUnicode(Boolean& value) {
+void Logging::setUnicode(Ref<Boolean> value) {
   file_.setFormat(isTrue(value) ? LogFile::Format::Utf16 : LogFile::Format::CodePage);
 }
 
 std::int16_t Logging::logLevel() { return logLevel_; }
 
-void Logging::setLogLevel(std::int16_t& level) { logLevel_ = level; }
+void Logging::setLogLevel(Ref<std::int16_t> level) { logLevel_ = level; }
 
 std::int32_t Logging::rolloverBytes() { return file_.rolloverBytes(); }
 
-void Logging::setRolloverBytes(std::int32_t& bytes) { file_.setRolloverBytes(bytes); }
+void Logging::setRolloverBytes(Ref<std::int32_t> bytes) { file_.setRolloverBytes(bytes); }
 
 Variant Logging::path() { return file_.folder(); }
 
@@ -106,8 +106,8 @@ Variant Logging::odbcDrivers() {
 
 std::u16string Logging::linePrefix() const { return buildLinePrefix(inPage_, remoteAddress_); }
 
-std::u16string Logging::writeLog(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat,
-                                 DefaultedRef& stamp) {
+std::u16string Logging::writeLog(Ref<std::int16_t> level, DefaultedRef& text,
+                                 Ref<std::int16_t> repeat, DefaultedRef& stamp) {
   clearError();
   if (repeat < 1) repeat = 1;
   if (!passes(level)) return {};

@@ -39,11 +39,11 @@ class Logging final {
   // Settings and information.
   Boolean isAsp();
   Boolean unicode();
-  void setUnicode(Boolean& value);
+  void setUnicode(Ref<Boolean> value);
   std::int16_t logLevel();
-  void setLogLevel(std::int16_t& level);
+  void setLogLevel(Ref<std::int16_t> level);
   std::int32_t rolloverBytes();
-  void setRolloverBytes(std::int32_t& bytes);
+  void setRolloverBytes(Ref<std::int32_t> bytes);
   Variant path();
   Variant fileName();
   Variant remoteIp();
@@ -57,22 +57,22 @@ class Logging final {
   Variant odbcDrivers();
 
   // Entries. Each returns the text it wrote, empty when the level filtered it out.
-  std::u16string writeBox(std::int16_t& level, DefaultedRef& text);
-  std::u16string startGroup(std::int16_t& level);
-  std::u16string endGroup(std::int16_t& level);
-  std::u16string writeLog(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat,
+  std::u16string writeBox(Ref<std::int16_t> level, DefaultedRef& text);
+  std::u16string startGroup(Ref<std::int16_t> level);
+  std::u16string endGroup(Ref<std::int16_t> level);
+  std::u16string writeLog(Ref<std::int16_t> level, DefaultedRef& text, Ref<std::int16_t> repeat,
                           DefaultedRef& stamp);
-  Variant writeParam(std::int16_t& level, VariantRef& name, const VARIANT& value,
-                     std::int16_t& distance, std::int16_t& indent);
-  std::u16string dump(std::int16_t& level, DefaultedRef& multiline, TextRef title);
+  Variant writeParam(Ref<std::int16_t> level, VariantRef& name, const VARIANT& value,
+                     Ref<std::int16_t> distance, Ref<std::int16_t> indent);
+  std::u16string dump(Ref<std::int16_t> level, DefaultedRef& multiline, TextRef title);
 
   // Error entries.
-  std::u16string writeError(std::int16_t& level, DefaultedRef& text, std::int16_t& repeat);
-  std::u16string logMsError(std::int16_t& level, const Object& error, DefaultedRef& text,
-                            std::int16_t& repeat);
-  std::u16string logXmlError(std::int16_t& level, const Object& document, DefaultedRef& text,
-                             std::int16_t& repeat);
-  std::u16string catchError(const Object& error, DefaultedRef& text, std::int16_t& repeat);
+  std::u16string writeError(Ref<std::int16_t> level, DefaultedRef& text, Ref<std::int16_t> repeat);
+  std::u16string logMsError(Ref<std::int16_t> level, const Object& error, DefaultedRef& text,
+                            Ref<std::int16_t> repeat);
+  std::u16string logXmlError(Ref<std::int16_t> level, const Object& document, DefaultedRef& text,
+                             Ref<std::int16_t> repeat);
+  std::u16string catchError(const Object& error, DefaultedRef& text, Ref<std::int16_t> repeat);
 
   // Page runs.
   std::u16string writeAspStart();

@@ -8,10 +8,10 @@ namespace quendal {
 template <>
 const ClassDescription& describe<Logging>() {
   using L = Logging;
-  static constexpr ParameterSpec kLevel = in(u"IN_iLogLevel");
-  static constexpr ParameterSpec kText = optional(u"IN_szLog", EmptyText{});
-  static constexpr ParameterSpec kRepeat = optional(u"IN_iRepeat", 1);
-  static constexpr ParameterSpec kOut = optional(u"OUT_szString", EmptyText{});
+  static constexpr ParameterRow kLevel = in(u"IN_iLogLevel");
+  static constexpr ParameterRow kText = optional(u"IN_szLog", EmptyText{});
+  static constexpr ParameterRow kRepeat = optional(u"IN_iRepeat", 1);
+  static constexpr ParameterRow kOut = optional(u"OUT_szString", EmptyText{});
   static const MemberRow rows[] = {
       method<&L::onStartPage>(u"OnStartPage", u"Takes the page context; called by the page host.",
                               {in(u"IN_objScriptingContext")}),

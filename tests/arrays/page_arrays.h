@@ -60,7 +60,7 @@ class PageVariable {
       : variable_(std::move(value)),
         inner_(typed ? typedReference(variable_.vt, &variable_.parray) : referenceTo(variable_)),
         argument_(twice ? referenceTo(inner_) : inner_),
-        reference_(VariantRef::kArgument, &argument_) {}
+        reference_(argument_) {}
 
   [[nodiscard]] VARIANT& argument() noexcept { return argument_; }
   [[nodiscard]] VariantRef& reference() noexcept { return reference_; }

@@ -102,7 +102,7 @@ TEST(StackMembers, DoWhatTheHostLetsThemWithOtherShapes) {
   }
   Variant literal = of(u"abc");
   for (const Member member : {push, pop, shift, unshift}) {
-    VariantRef reference(VariantRef::kArgument, &literal);
+    VariantRef reference(literal);
     member(reference);
     EXPECT_EQ(shownArray(literal), "[a b c]");
   }
@@ -230,7 +230,7 @@ TEST(StackMembers, HoldWhenTheVariableIsFreedMeanwhile) {
       view.put(0, Variant(ScriptObject().defaultMember(value).object()).release());
     }
     VARIANT argument = referenceTo(variable);
-    VariantRef reference(VariantRef::kArgument, &argument);
+    VariantRef reference(argument);
     member(reference);
     EXPECT_EQ(outer.vt, VT_EMPTY);
     // What is locked stays when its holder goes.

@@ -28,16 +28,21 @@ bool keyExists(HKEY root, const std::u16string& path) {
 }
 bool machineHas(const std::u16string& path) { return keyExists(HKEY_LOCAL_MACHINE, path); }
 
+/// A text value of the machine's; "-" where there is none.
+std::u16string textAt(const std::u16string& path, const wchar_t* name) {
+  std::array<wchar_t, MAX_PATH> text{};
+  DWORD size = sizeof(text);
+  const LSTATUS status = RegGetValueW(HKEY_LOCAL_MACHINE, oleText(path.c_str()), name,
+                                      RRF_RT_REG_SZ, nullptr, text.data(), &size);
+  return status == ERROR_SUCCESS ? plainText(text.data()) : u"-";
+}
+
 /// The file with the texts of the events, and the types that the source may have.
 std::u16string eventSourceText() {
-  std::array<wchar_t, MAX_PATH> file{};
-  DWORD size = sizeof(file), types = 0, typesSize = sizeof(types);
-  const wchar_t* const path = oleText(kEventSource.c_str());
-  RegGetValueW(HKEY_LOCAL_MACHINE, path, L"EventMessageFile", RRF_RT_REG_SZ, nullptr, file.data(),
-               &size);
-  RegGetValueW(HKEY_LOCAL_MACHINE, path, L"TypesSupported", RRF_RT_REG_DWORD, nullptr, &types,
-               &typesSize);
-  const std::u16string name(plainText(file.data()));
+  DWORD types = 0, typesSize = sizeof(types);
+  RegGetValueW(HKEY_LOCAL_MACHINE, oleText(kEventSource.c_str()), L"TypesSupported",
+               RRF_RT_REG_DWORD, nullptr, &types, &typesSize);
+  const std::u16string name = textAt(kEventSource, L"EventMessageFile");
   return name.substr(name.rfind(u'\\') + 1) + u" " + textOf(Variant(std::int32_t(types)));
 }
 
@@ -86,7 +91,7 @@ TEST_F(RegistrationTest, IsForTheMachineOrTheUserAndLeavesNothingBehind) {
     ASSERT_EQ(scope.on(), S_OK);
     EXPECT_TRUE(keyExists(scope.root, kIdentifier + u"\\CLSID"));
     // The viewer finds the texts there, whatever the type of the event.
-    EXPECT_EQ(eventSourceText(), scope.root == HKEY_LOCAL_MACHINE ? u"EventCreate.exe 7" : u" 0");
+    EXPECT_EQ(eventSourceText(), scope.root == HKEY_LOCAL_MACHINE ? u"EventCreate.exe 7" : u"- 0");
     if (keyExists(HKEY_CLASSES_ROOT, u"QUENDAL_REPORTS_ASP.LOGGING\\CLSID"))
       useRegisteredLogger();
     else
@@ -97,6 +102,32 @@ TEST_F(RegistrationTest, IsForTheMachineOrTheUserAndLeavesNothingBehind) {
         EXPECT_FALSE(keyExists(root, key)) << toUtf8(key);
     EXPECT_EQ(scope.off(), S_OK);  // nothing left to remove is no error
   }
+}
+
+TEST_F(RegistrationTest, WritesWhatTheSystemLooksForUnderEachClass) {
+  ASSERT_EQ(call("DllRegisterServer"), S_OK);
+  for (const std::u16string name :
+       {u"QUENDAL_REPORTS_ASP.LOGGING", u"QUENDAL_REPORTS_ASP.FUNCTIONS"}) {
+    const ClassIdentity& identity = findCreatable(name)->description.identity();
+    const std::u16string id = registryForm(identity.classId);
+    const std::u16string key = kClasses + u"CLSID\\" + id;
+    const struct {
+      std::u16string path;
+      const wchar_t* name;
+      std::u16string text;
+    } rows[] = {{key, nullptr, name},
+                {key + u"\\InprocServer32", nullptr, dllPath()},
+                {key + u"\\InprocServer32", L"ThreadingModel", u"Apartment"},
+                {key + u"\\ProgID", nullptr, name},
+                {key + u"\\Programmable", nullptr, u""},
+                {key + u"\\TypeLib", nullptr, u"{DC707A50-8E70-479C-94D7-BD63088DE00B}"},
+                {key + u"\\Version", nullptr, u"1.0"},
+                {kClasses + name, nullptr, std::u16string(identity.help)},
+                {kClasses + name + u"\\CLSID", nullptr, id}};
+    for (const auto& row : rows)
+      EXPECT_EQ(toUtf8(textAt(row.path, row.name)), toUtf8(row.text)) << toUtf8(row.path);
+  }
+  EXPECT_EQ(call("DllUnregisterServer"), S_OK);
 }
 
 /// Sets what anybody may do with a key: an access list in the system's notation.

@@ -168,7 +168,8 @@ TEST_F(DispatchTest, FailuresReachTheCallerWithNumberSourceAndDescription) {
     const char16_t* error;
   } rows[] = {{1, u"8732 its source: its text"},
               {2, u"7 QUENDAL_REPORTS_ASP: Out of memory"},
-              {3, u"51 QUENDAL_REPORTS_ASP: Internal error"}};
+              {3, u"51 QUENDAL_REPORTS_ASP: Internal error"},
+              {4, u"7 QUENDAL_REPORTS_ASP: Out of memory"}};
   for (const auto& row : rows) {
     Variant changed(std::int16_t{0});
     const Outcome outcome = rawCall(object_, u"Fail", {Variant(row.how), referenceTo(changed)});
@@ -176,6 +177,9 @@ TEST_F(DispatchTest, FailuresReachTheCallerWithNumberSourceAndDescription) {
     EXPECT_EQ(outcome.error, row.error);
     EXPECT_EQ(changed.iVal, 7);  // what it changed before it failed stays changed
   }
+  Variant equal(u"7");
+  rawCall(object_, u"Fail", {Variant(std::int32_t{0}), referenceTo(equal)});
+  EXPECT_EQ(equal.vt, VT_BSTR);  // an equal value leaves the variable its own type
 }
 
 TEST_F(DispatchTest, PropertiesAreReadWrittenAndForwardTheirArguments) {

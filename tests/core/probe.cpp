@@ -8,20 +8,21 @@
 
 namespace quendal::test {
 
-std::u16string Probe::numbers(std::int16_t& small, std::int32_t& big, Boolean& flag,
+std::u16string Probe::numbers(Ref<std::int16_t> small, Ref<std::int32_t> big, Ref<Boolean> flag,
                               Boolean change) {
   const std::u16string given = decimalText(small) + u"," + decimalText(big) + u"," +
-                               decimalText(static_cast<VARIANT_BOOL>(flag));
+                               decimalText(static_cast<VARIANT_BOOL>(Boolean{flag}));
   if (isTrue(change)) {
-    ++small;
-    ++big;
+    small = static_cast<std::int16_t>(small + 1);
+    big = big + 1;
     flag = booleanOf(!isTrue(flag));
   }
   return given;
 }
 
-std::u16string Probe::defaults(std::int16_t& value, std::u16string_view text, DefaultedRef& empty,
-                               VariantRef& missing, Boolean flag, QuoteStyle style) {
+std::u16string Probe::defaults(Ref<std::int16_t> value, std::u16string_view text,
+                               DefaultedRef& empty, VariantRef& missing, Boolean flag,
+                               QuoteStyle style) {
   return decimalText(value) + u"|" + std::u16string(text) + u"|" + typeNameOf(empty.value()) +
          u"|" + typeNameOf(missing.value()) + u"|" + decimalText(static_cast<VARIANT_BOOL>(flag)) +
          u"|" + decimalText(static_cast<std::int32_t>(style));
@@ -45,11 +46,12 @@ std::u16string Probe::nameOf(const Object& object) {
   return object ? textOf(object.get(u"Property")) : u"Nothing";
 }
 
-std::int32_t Probe::fail(std::int32_t how, std::int16_t& changedFirst) {
+std::int32_t Probe::fail(std::int32_t how, Ref<std::int16_t> changedFirst) {
   changedFirst = 7;
   if (how == 1) throw AutomationError(8732, u"its text", u"its source");
   if (how == 2) throw std::bad_alloc();
   if (how == 3) throw std::runtime_error("unforeseen");
+  if (how == 4) throw std::length_error("a text longer than any");
   return 1;
 }
 

@@ -1,6 +1,8 @@
 // Page code that runs during a call and changes, clears or lets go of what the call works with.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/apartment.h"
 #include "core/dictionary.h"
 #include "functions/functions.h"
@@ -74,6 +76,21 @@ TEST_F(Reentry, ArgumentsByValueStayWhatTheyWereWhenTheCallBegan) {
     EXPECT_EQ(textOf(variable), u"changed meanwhile");
     EXPECT_NE(written().find(row.log), std::string::npos);
   }
+}
+
+TEST_F(Reentry, AReferenceByValueIsReadWhenACallThroughTheTableBegins) {
+  using WriteParam = HRESULT STDMETHODCALLTYPE(IDispatch*, std::int16_t*, VARIANT*, VARIANT,
+                                               std::int16_t*, std::int16_t*, VARIANT*);
+  Variant variable(u"text"), result;
+  Variant name = runs([&] { variable = Variant(u"changed meanwhile"); });
+  std::int16_t level = kLow, distance = 35, indent = 4;
+  const auto members = describe<Logging>().members();
+  const auto row = std::ranges::find(members, u"WriteParam", &MemberRow::name);
+  auto* const writeParam = reinterpret_cast<WriteParam*>(row->slot);
+  EXPECT_EQ(
+      writeParam(log.dispatch(), &level, &name, referenceTo(variable), &distance, &indent, &result),
+      S_OK);
+  EXPECT_TRUE(textOf(result).ends_with(u" text"));
 }
 
 TEST_F(Reentry, ComparedArgumentsAreKept) {

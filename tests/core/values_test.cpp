@@ -1,0 +1,170 @@
+// Values on their way into arrays, the names of their types, and failures that others report.
+#include <gtest/gtest.h>
+
+#include "base/utf8.h"
+#include "core/array_view.h"
+#include "core/dictionary.h"
+#include "tests/core/raw_call.h"
+#include "tests/support/script_object.h"
+
+namespace quendal::test {
+namespace {
+
+/// The type and text of what a step gives, or "error N".
+template <class Step>
+std::string shownOrError(Step&& step) {
+  try {
+    const Variant value = step();
+    return toUtf8(typeNameOf(value)) + (isObject(value) ? "" : " " + toUtf8(joinedTextOf(value)));
+  } catch (const AutomationError& error) {
+    return "error " + std::to_string(error.number());
+  }
+}
+
+TEST(Values, AnArrayOfOneTypeKeepsOnlyThatType) {
+  const Object object = ScriptObject().defaultMember([](auto) { return Variant(1.0); }).object();
+  Variant variable(u"8");
+  const Variant reference = Variant::attach(referenceTo(variable));
+  const struct {
+    Variant value;
+    VARTYPE type;
+    const char* element;
+  } rows[] = {{variable, VT_I2, "Integer 8"},
+              {reference, VT_R8, "Double 8"},
+              {reference, VT_BSTR, "String 8"},
+              {reference, VT_VARIANT, "String 8"},
+              {variable, VT_DISPATCH, "error 424"},
+              {variable, VT_UNKNOWN, "error 424"},
+              {std::int32_t{40000}, VT_I2, "error 6"},
+              {Variant::null(), VT_I2, "error 94"},
+              {Variant::null(), VT_VARIANT, "Null "},
+              {object, VT_I2, "error 13"},
+              {object, VT_BSTR, "error 13"}};
+  int index = 0;
+  for (const auto& row : rows) {
+    const auto element = [&] { return elementOf(row.value, row.type); };
+    EXPECT_EQ(shownOrError(element), row.element) << index++;
+  }
+  const std::pair<VARTYPE, VARTYPE> kept[] = {
+      {VT_DISPATCH, VT_DISPATCH}, {VT_UNKNOWN, VT_UNKNOWN}, {VT_VARIANT, VT_DISPATCH}};
+  for (const auto& [type, tag] : kept) {
+    const Variant element = elementOf(Variant(object), type);
+    EXPECT_EQ(element.vt, tag);
+    EXPECT_EQ(element.punkVal, object.dispatch());
+  }
+}
+
+TEST(Values, TypesHaveTheHostsNames) {
+  const std::pair<int, const char16_t*> rows[] = {
+      {VT_I2, u"Integer"},          {VT_R4, u"Single"},
+      {VT_CY, u"Currency"},         {VT_DATE, u"Date"},
+      {VT_ERROR, u"Error"},         {VT_BOOL, u"Boolean"},
+      {VT_UNKNOWN, u"Nothing"},     {VT_UI1, u"Byte"},
+      {VT_DECIMAL, u"Decimal"},     {VT_UI4, u"Unknown"},
+      {kVariantArray, u"Variant()"}};
+  for (const auto& [type, name] : rows) {
+    VARIANT value{};
+    value.vt = static_cast<VARTYPE>(type);
+    EXPECT_EQ(typeNameOf(value), name) << type;
+  }
+}
+
+/// Number, source and description of what a step raises.
+template <class Step>
+std::string raised(Step&& step) {
+  try {
+    step();
+    return "nothing";
+  } catch (const AutomationError& error) {
+    return std::to_string(error.number()) + " " + toUtf8(error.source()) + ": " +
+           toUtf8(error.description());
+  }
+}
+
+TEST(Failures, HaveTheNumbersAndTextsThatAScriptKnows) {
+  const std::pair<HRESULT, std::int32_t> rows[] = {{DISP_E_TYPEMISMATCH, 13},
+                                                   {DISP_E_OVERFLOW, 6},
+                                                   {DISP_E_BADVARTYPE, 458},
+                                                   {DISP_E_BADINDEX, 9},
+                                                   {DISP_E_ARRAYISLOCKED, 10},
+                                                   {DISP_E_UNKNOWNNAME, 438},
+                                                   {DISP_E_MEMBERNOTFOUND, 438},
+                                                   {DISP_E_BADPARAMCOUNT, 450},
+                                                   {DISP_E_PARAMNOTOPTIONAL, 449},
+                                                   {DISP_E_PARAMNOTFOUND, 448},
+                                                   {DISP_E_NONAMEDARGS, 446},
+                                                   {E_OUTOFMEMORY, 7},
+                                                   {E_INVALIDARG, 5},
+                                                   {E_NOINTERFACE, 430},
+                                                   {E_NOTIMPL, 445},
+                                                   {E_ACCESSDENIED, 70},
+                                                   {E_FAIL, E_FAIL},
+                                                   {errorCode(57), 57}};
+  for (const auto& [code, number] : rows)
+    EXPECT_EQ(AutomationError::fromRuntime(code).number(), number);
+  EXPECT_EQ(raised([] { check(E_NOTIMPL); }),
+            "445 QUENDAL_REPORTS_ASP: Object doesn't support this action");
+  EXPECT_EQ(raised([] { check(errorCode(457)); }),
+            "457 QUENDAL_REPORTS_ASP: Automation error 0x800A01C9");
+  EXPECT_EQ(raised([] { checkDictionary(errorCode(457)); }),
+            "457 QUENDAL_REPORTS_ASP: This key is already associated with an element of this "
+            "collection");
+  EXPECT_EQ(raised([] { checkDictionary(E_FAIL); }),
+            "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005");
+}
+
+/// An object whose members all fail, by what they put into the exception or leave to be asked for.
+class Failing final : public IDispatch {
+ public:
+  HRESULT code = DISP_E_EXCEPTION;
+  EXCEPINFO details{};
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
+    *ids = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
+                                   EXCEPINFO* exception, UINT*) override {
+    *exception = details;
+    return code;
+  }
+
+  static HRESULT STDMETHODCALLTYPE fillIn(EXCEPINFO* exception) {
+    exception->scode = errorCode(1234);
+    exception->bstrSource = newBstr(u"Late");
+    exception->bstrDescription = newBstr(u"told when asked");
+    return S_OK;
+  }
+};
+
+TEST(Failures, OfAnObjectArePassedOnAsTheyCame) {
+  const struct {
+    HRESULT code, scode;
+    WORD number;
+    bool isDeferred;
+    const char* error;
+  } rows[] = {
+      {DISP_E_EXCEPTION, 0, 0, true, "1234 Late: told when asked"},
+      {DISP_E_EXCEPTION, 0, 99, false, "99 QUENDAL_REPORTS_ASP: Automation error 0x800A0063"},
+      {DISP_E_EXCEPTION, E_FAIL, 99, false,
+       "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005"},
+      {DISP_E_EXCEPTION, S_FALSE, 0, false,
+       "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005"},
+      {DISP_E_OVERFLOW, E_FAIL, 99, false, "6 QUENDAL_REPORTS_ASP: Overflow"}};
+  for (const auto& row : rows) {
+    Failing failing;
+    failing.code = row.code;
+    failing.details.scode = row.scode;
+    failing.details.wCode = row.number;
+    failing.details.pfnDeferredFillIn = row.isDeferred ? &Failing::fillIn : nullptr;
+    EXPECT_EQ(raised([&] { Object(&failing).call(u"Anything"); }), row.error);
+  }
+}
+
+}  // namespace
+}  // namespace quendal::test
