@@ -1,6 +1,5 @@
 // Boxes, groups, aligned parameters and dumps.
 #include "core/apartment.h"
-#include "logging/fill.h"
 #include "tests/logging/logger_fixture.h"
 
 namespace quendal::test {
@@ -10,22 +9,6 @@ class Formatted : public LoggerTest {};
 
 std::string bar(std::size_t count, char fill, std::string_view end) {
   return "@ " + std::string(count, fill).append(end);
-}
-
-TEST(Fill, CountsByTheDifferenceAlsoBeyondTheWidth) {
-  const struct {
-    std::u16string_view text, fill;
-    std::int32_t width;
-    std::u16string_view left, right;
-  } cases[] = {
-      {u"ab", u".", 5, u"...ab", u"ab..."},    {u"abcd", u"-+", 2, u"--abcd", u"abcd--"},
-      {u"ab", u"", 3, u" ab", u"ab "},         {u"ab", u"x", 2, u"ab", u"ab"},
-      {u"ab", u"x", -2, u"xxxxab", u"abxxxx"}, {u"", u"x", 0, u"", u""},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(padLeft(c.text, c.fill, c.width), c.left);
-    EXPECT_EQ(padRight(c.text, c.fill, c.width), c.right);
-  }
 }
 
 TEST_F(Formatted, ABoxIsCentredWithHalvesToEven) {

@@ -5,7 +5,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "core/apartment.h"
-#include "system/queries.h"
+#include "platform/identities.h"
 
 namespace quendal::test {
 namespace {
@@ -103,9 +103,8 @@ std::string LoggerTest::maskedLines(const Variant& text) {
 
 std::string LoggerTest::masked(std::u16string text) {
   constexpr std::size_t kDateLength = 24;  // 15 Nov 2026 23:34:35.123
-  const std::u16string identity = u" " + system::queryComputerName() + u" " +
-                                  system::queryUserName() + u" " +
-                                  decimalText(system::queryProcessId()) + u" ";
+  const std::u16string identity = u" " + platform::computerName() + u" " + platform::userName() +
+                                  u" " + decimalText(platform::processId()) + u" ";
   for (std::size_t at = text.find(identity, kDateLength); at != text.npos;
        at = text.find(identity, at))
     text.replace(at - kDateLength, kDateLength + identity.size(), u"@");
