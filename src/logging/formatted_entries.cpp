@@ -1,6 +1,5 @@
 // Boxes, groups, aligned parameters and dumps.
 #include <algorithm>
-#include <cstdlib>
 
 #include "base/text.h"
 #include "core/apartment.h"
