@@ -10,7 +10,7 @@ Class PageObject
   End Function
 End Class
 
-Dim files, folder, page, context, log, out, inner, outer, name
+Dim files, folder, page, context, log, out, inner, outer
 
 Sub Show(label, text)
   Dim stamp
@@ -25,6 +25,8 @@ folder = WScript.Arguments(0) & "\logging_vbs"
 If files.FolderExists(folder) Then files.DeleteFolder folder
 files.CreateFolder folder
 files.CreateTextFile(folder & "\Page.asp").Close
+files.CreateFolder folder & "\LOGS"
+files.CreateTextFile(folder & "\LOGS\LOG.TXT", False, True).Close  ' so that no banner is written
 
 Set page = New PageObject
 Set page.ServerVariables = CreateObject("Scripting.Dictionary")
@@ -35,9 +37,11 @@ page.ServerVariables.Add "URL", "/Page.asp"
 page.ServerVariables.Add "HTTP_USER_AGENT", Empty
 page.ServerVariables.Add "QUERY_STRING", ""
 Set context = New PageObject
-For Each name In Array("Session", "Application", "Request", "Response", "Server")
-  Execute "Set context." & name & " = page"
-Next
+Set context.Session = page
+Set context.Application = page
+Set context.Request = page
+Set context.Response = page
+Set context.Server = page
 
 Set log = CreateObject("QUENDAL_REPORTS_ASP.LOGGING")
 log.OnStartPage context
