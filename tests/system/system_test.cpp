@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "base/text.h"
 #include "core/apartment.h"
@@ -101,8 +102,12 @@ TEST_F(OsInfoTest, ClearsTheErrorStateAsItComesAndGoes) {
 TEST(PlatformBlock, TellsTheRecordInNineteenLines) {
   apartment().osVersion = {};
   system::recordOSVersion();
-  EXPECT_GT(apartment().osVersion.major, 0);
-  EXPECT_FALSE(apartment().osVersion.productName.empty());
+  const OSVersionState told = apartment().osVersion;
+  const platform::OSVersion version = platform::osVersion();
+  EXPECT_GT(told.major, 0);
+  EXPECT_EQ(std::tie(told.major, told.minor, told.build, told.platformId),
+            std::tie(version.major, version.minor, version.build, version.platformId));
+  EXPECT_FALSE(told.productName.empty());
   apartment().osVersion = {
       u"Product", 6, 1, 7601, 2, u"  Service Pack 3" + std::u16string(1, u'\0') + u"junk "};
   const std::u16string rule(80, u'*');
