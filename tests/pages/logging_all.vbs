@@ -4,7 +4,12 @@
 Option Explicit
 
 Class PageObject
-  Public Session, Application, Request, Response, Server, ServerVariables
+  Public Session
+  Public Application
+  Public Request
+  Public Response
+  Public Server
+  Public ServerVariables
   Public Function MapPath(path)
     MapPath = folder
   End Function
