@@ -22,10 +22,13 @@ bool containsNoCase(std::u16string_view text, std::u16string_view part) noexcept
          std::search(text.begin(), text.end(), part.begin(), part.end(), sameNoCase) != text.end();
 }
 
-std::u16string decimalText(std::int64_t value) {
-  std::array<char, 24> digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-  return {digits.data(), end};
+std::u16string decimalText(std::int64_t value, std::size_t digits) {
+  std::array<char, 24> buffer;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  std::u16string text(buffer.data(), end);
+  const std::size_t sign = value < 0 ? 1 : 0;
+  if (text.size() < sign + digits) text.insert(sign, sign + digits - text.size(), u'0');
+  return text;
 }
 
 std::u16string replaceAll(std::u16string_view text, std::u16string_view what,

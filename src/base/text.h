@@ -1,6 +1,7 @@
 // Small text tools on UTF-16.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -9,14 +10,16 @@
 
 namespace quendal {
 
+inline constexpr std::u16string_view kLineEnd = u"\r\n";
+
 /// Equality that takes A to Z and a to z as the same.
 [[nodiscard]] bool equalNoCase(std::u16string_view a, std::u16string_view b) noexcept;
 
 /// Whether `part` occurs in `text`, taking A to Z and a to z as the same.
 [[nodiscard]] bool containsNoCase(std::u16string_view text, std::u16string_view part) noexcept;
 
-/// Plain decimal without padding.
-[[nodiscard]] std::u16string decimalText(std::int64_t value);
+/// Plain decimal, with zeros in front up to a number of digits; a sign stands before them.
+[[nodiscard]] std::u16string decimalText(std::int64_t value, std::size_t digits = 1);
 
 /// `text` with every occurrence of `what` replaced, from the start on.
 [[nodiscard]] std::u16string replaceAll(std::u16string_view text, std::u16string_view what,

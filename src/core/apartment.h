@@ -27,14 +27,6 @@ struct PageObjects {
   void abandon() noexcept;
 };
 
-/// Replaces the three queries of a log stamp when the machine name is not empty. Nothing in the
-/// library fills it, so that stamps always ask the system.
-struct StampCache {
-  std::u16string machineName;
-  std::u16string userName;
-  std::u16string processId;
-};
-
 /// The operating-system version record and product name, as the last query left them.
 struct OSVersionState {
   std::u16string productName;
@@ -48,7 +40,6 @@ struct OSVersionState {
 struct Apartment final : platform::ThreadState {
   PageObjects page;
   std::int16_t groupDepth = 0;
-  StampCache stampCache;
   OSVersionState osVersion;
   /// The pending error's number, as a script would see it; 0 when there is none. Set when an
   /// ignored step or a member fails, cleared where a member starts afresh.

@@ -5,8 +5,6 @@
 namespace quendal {
 namespace {
 
-constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
-
 constexpr std::u16string_view kMarker = u"*** ERROR *** ";
 constexpr std::u16string_view kCriticalBanner =
     u"*** ERROR ***  *** ERROR ***  Tolvex has detected a critical error.";
@@ -36,11 +34,6 @@ void raiseToOne(Ref<std::int16_t>& repeat) {
   if (repeat < 1) repeat = 1;
 }
 
-/// The text of a page's variable, as it is whenever it is asked for.
-auto textIn(const VariantRef& variable) {
-  return [&variable] { return joinedTextOf(variable.value()); };
-}
-
 /// As a script compares it: Null is not different from anything.
 bool isFailureCode(const Variant& code) { return code.vt != VT_NULL && doubleOf(code) != 0; }
 
@@ -52,12 +45,12 @@ std::u16string Logging::criticalBanners(std::int16_t level, std::int16_t repeat)
   return result;
 }
 
-std::u16string Logging::markedError(std::int16_t level, const TextSource& text) {
-  return write(level, std::u16string(kMarker) + text());
+std::u16string Logging::markedError(std::int16_t level, const VariantRef& text) {
+  return write(level, std::u16string(kMarker) + joinedTextOf(text.value()));
 }
 
-std::u16string Logging::markedErrorIfAny(std::int16_t level, const TextSource& text) {
-  return text().empty() ? std::u16string() : markedError(level, text);
+std::u16string Logging::markedErrorIfAny(std::int16_t level, const VariantRef& text) {
+  return joinedTextOf(text.value()).empty() ? std::u16string() : markedError(level, text);
 }
 
 std::u16string Logging::errorDetails(std::int16_t level, const ErrorMember& member) {
@@ -73,9 +66,8 @@ std::u16string Logging::writeError(Ref<std::int16_t> level, DefaultedRef& text,
   raiseToOne(repeat);
   if (!passes(level)) return {};
   std::u16string result;
-  for (std::int16_t i = 0; i < repeat; ++i) result += markedError(level, textIn(text));
-  result += criticalBanners(level, repeat);
-  return finished(std::move(result));
+  for (std::int16_t i = 0; i < repeat; ++i) result += markedError(level, text);
+  return result + criticalBanners(level, repeat);
 }
 
 std::u16string Logging::logMsError(Ref<std::int16_t> level, const Object& error, DefaultedRef& text,
@@ -84,10 +76,11 @@ std::u16string Logging::logMsError(Ref<std::int16_t> level, const Object& error,
   raiseToOne(repeat);
   if (!passes(level)) return {};
   std::u16string result = criticalBanners(level, repeat);
-  result += markedError(level, textIn(text));  // the marker alone when there is no text
+  result += markedError(level, text);  // the marker alone when there is no text
   result += errorDetails(level, [&](std::u16string_view name) { return error.get(name); });
-  result += markedErrorIfAny(level, textIn(text));  // again, after the details
-  return finished(std::move(result));
+  result += markedErrorIfAny(level, text);  // again, after the details
+  clearError();
+  return result;
 }
 
 std::u16string Logging::logXmlError(Ref<std::int16_t> level, const Object& document,
@@ -97,27 +90,27 @@ std::u16string Logging::logXmlError(Ref<std::int16_t> level, const Object& docum
   // The code is read even when the level filters the entry out.
   const Object error = Object::from(document.get(u"parseError"));
   const bool failed = isFailureCode(error.get(u"errorCode"));
-  if (!passes(level) || !failed) return finished({});
+  clearError();
+  if (!passes(level) || !failed) return {};
   std::u16string result = criticalBanners(level, repeat);
-  result += markedErrorIfAny(level, textIn(text));
+  result += markedErrorIfAny(level, text);
   for (const DetailRow& row : kParserErrorRows)
     result += write(level, std::u16string(row.label) + joinedTextOf(error.get(row.member)));
-  return finished(std::move(result));
+  return result;
 }
 
 std::u16string Logging::catchError(const Object& error, DefaultedRef& text,
                                    Ref<std::int16_t> repeat) {
   raiseToOne(repeat);
   if (pendingError() == 0) return {};  // the library's own, whatever the object tells
-  return caught([&](std::u16string_view name) { return error.get(name); }, textIn(text), repeat);
+  return caught([&](std::u16string_view name) { return error.get(name); }, text, repeat);
 }
 
-std::u16string Logging::caught(const ErrorMember& member, const TextSource& text,
+std::u16string Logging::caught(const ErrorMember& member, const VariantRef& text,
                                std::int16_t repeat) {
   std::u16string result = criticalBanners(kLow, repeat);
   result += markedErrorIfAny(kLow, text);
-  result += errorDetails(kLow, member);
-  return result;
+  return result + errorDetails(kLow, member);
 }
 
 }  // namespace quendal

@@ -4,20 +4,24 @@
 #include "core/apartment.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/identities.h"
 #include "platform/locale.h"
-#include "system/queries.h"
 
 namespace quendal {
 namespace {
 
-std::u16string stampDate() {
-  // Milliseconds and seconds are two readings of two clocks; deliberate.
-  const int milliseconds = platform::utcMilliseconds();
-  std::u16string text = platform::formatDate(platform::localNow(), u"dd MMM yyyy HH:nn:ss");
-  text += u'.';
-  for (const int unit : {100, 10, 1})
-    text += static_cast<char16_t>(u'0' + milliseconds / unit % 10);
-  return text;
+std::u16string logStamp() {
+  std::u16string stamp;
+  ignoringErrors([&stamp] {
+    // Milliseconds and seconds are two readings of two clocks; deliberate.
+    const int milliseconds = platform::utcMilliseconds();
+    stamp = platform::formatDate(platform::localNow(), u"dd MMM yyyy HH:nn:ss");
+    stamp += u'.' + decimalText(milliseconds, 3);
+    stamp += u' ' + platform::computerName();
+    stamp += u' ' + platform::userName();
+    stamp += u' ' + decimalText(platform::processId());
+  });
+  return stamp;
 }
 
 /// The part after the last "\" in upper case, if there is such a file; otherwise nothing.
@@ -33,26 +37,8 @@ std::u16string serverVariable(std::u16string_view name) {
   return joinedTextOf(request.get(u"ServerVariables", name));
 }
 
-std::u16string buildLogStamp() {
-  std::u16string stamp;
-  ignoringErrors([&] {
-    stamp = stampDate();
-    const StampCache& cache = apartment().stampCache;
-    if (!cache.machineName.empty()) {
-      stamp += u" " + cache.machineName + u" " + cache.userName + u" " + cache.processId;
-      return;
-    }
-    stamp.append(1, u' ').append(system::queryComputerName());
-    stamp.append(1, u' ').append(system::queryUserName());
-    stamp.append(1, u' ').append(decimalText(system::queryProcessId()));
-  });
-  return stamp;
-}
-
 std::u16string buildLinePrefix(bool inPage, std::u16string_view storedAddress) {
-  clearError();
-  std::u16string prefix = buildLogStamp();
-  prefix += u' ';
+  std::u16string prefix = logStamp() + u' ';
   if (apartment().page.request)
     prefix += serverVariable(u"REMOTE_ADDR");
   else

@@ -7,13 +7,11 @@
 
 namespace quendal {
 
-/// Date and time with milliseconds, machine, user, process id, separated by blanks. Each is asked
-/// now; what cannot be told is left out, with everything after it.
-[[nodiscard]] std::u16string buildLogStamp();
-
-/// The stamp, a blank, the client address and a blank; in a page also the page's file name in
-/// upper case and a blank. The address comes from the page's request, without one it is
-/// `storedAddress`. Raises what the request raises, and 91 in a page that has ended.
+/// Date and time with milliseconds, machine, user, process id and client address, each followed by
+/// a blank; in a page also the page's file name in upper case and a blank. Each is asked now; what
+/// of the first four cannot be told is left out, with those after it. The address comes from the
+/// page's request, without one it is `storedAddress`. Raises what the request raises, and 91 in a
+/// page that has ended.
 [[nodiscard]] std::u16string buildLinePrefix(bool inPage, std::u16string_view storedAddress);
 
 /// A server variable of the page's request as text. Raises 91 without a request.

@@ -1,9 +1,10 @@
 #include "logging/log_file.h"
 
+#include <quendal/error.h>
+
 #include <algorithm>
 
 #include "base/text.h"
-#include "core/apartment.h"
 #include "platform/clock.h"
 #include "platform/code_page.h"
 #include "platform/locale.h"
@@ -20,12 +21,6 @@ void raiseUnless(FileError error) {
   if (error != FileError::None) throw AutomationError(static_cast<int>(error));
 }
 
-/// Joins as the platform does: a separator only where there is none yet.
-std::u16string joined(std::u16string path, std::u16string_view part) {
-  if (!path.empty() && path.back() != u'\\') path += u'\\';
-  return path.append(part);
-}
-
 }  // namespace
 
 void ensureFolders(std::u16string_view path) {
@@ -34,26 +29,16 @@ void ensureFolders(std::u16string_view path) {
 
   const std::u16string absolute = platform::absolutePath(path);
   if (absolute.empty()) return raiseUnless(platform::createFolder(path));  // it knows why
-  std::size_t start = 0;
-  const auto nextPart = [&] {
-    const std::size_t begin = std::min(start, absolute.size());
-    const std::size_t end = std::min(absolute.find(u'\\', begin), absolute.size());
-    start = end + 1;
-    return absolute.substr(begin, end - begin);
-  };
-  std::u16string current;
+  std::size_t end = absolute.find(u'\\');
   if (absolute.starts_with(u"\\\\")) {  // a network share is never created, only what is below it
-    start = 2;
-    const std::u16string server = nextPart();
-    const std::u16string share = nextPart();
-    if (server.empty() || share.empty()) raiseUnless(FileError::BadFileName);
-    current = u"\\\\" + server + u"\\" + share + u"\\";
-  } else {
-    current = nextPart() + u"\\";
+    const std::size_t server = std::min(absolute.find(u'\\', 2), absolute.size() - 1);
+    end = std::min(absolute.find(u'\\', server + 1), absolute.size());
+    if (server == 2 || end == server + 1) raiseUnless(FileError::BadFileName);
   }
-  while (start <= absolute.size()) {
-    current = joined(std::move(current), nextPart());
-    if (!platform::lookAt(current).isFolder) raiseUnless(platform::createFolder(current));
+  while (end < absolute.size()) {
+    end = std::min(absolute.find(u'\\', end + 1), absolute.size());
+    const auto folder = std::u16string_view(absolute).substr(0, end);
+    if (!platform::lookAt(folder).isFolder) raiseUnless(platform::createFolder(folder));
   }
 }
 
@@ -78,7 +63,6 @@ void LogFile::setFullName(std::u16string fullName) {
 }
 
 void LogFile::ensure() {
-  clearError();
   const platform::PathStatus status = platform::lookAt(fullName_);
   const bool isFile = status.exists && !status.isFolder;
   if (!isFile || !isInFolder_) ensureFolders(folder_);
@@ -108,22 +92,18 @@ void LogFile::rollOver() {
 }
 
 std::u16string LogFile::archiveName() const {
-  constexpr std::u16string_view kSuffix = u".TXT";
   const std::u16string date =
-      platform::upperCase(platform::formatDate(platform::localNow(), u"dd_MMM_yyyy"));
+      u"_" + platform::upperCase(platform::formatDate(platform::localNow(), u"dd_MMM_yyyy"));
   // Only the file part is put in upper case: the folder is there already, under its own name.
   const std::size_t filePart = fullName_.find_last_of(u"\\/") + 1;
-  std::u16string first =
-      fullName_.substr(0, filePart) + platform::upperCase(fullName_.substr(filePart)) + u"_" + date;
-  first += kSuffix;
-  if (!platform::fileExists(first)) return first;
-
-  for (std::int32_t n = 1;; ++n) {
-    const std::u16string count = decimalText(n);
-    std::u16string next = folder_ + u"\\" + name_ + u"_" + date + u"_" + count + u"_" + count;
-    next += kSuffix;
-    if (!platform::fileExists(next)) return next;
+  std::u16string name =
+      fullName_.substr(0, filePart) + platform::upperCase(fullName_.substr(filePart)) + date;
+  name += u".TXT";
+  for (std::int32_t n = 1; platform::fileExists(name); ++n) {
+    const std::u16string count = u"_" + decimalText(n);
+    name = folder_ + u"\\" + name_ + date + count + count + u".TXT";
   }
+  return name;
 }
 
 LogFile::Opened LogFile::open() const {

@@ -18,8 +18,6 @@
 
 namespace quendal {
 
-inline constexpr std::u16string_view kLineEnd = u"\r\n";
-
 /// Creates every missing folder of a path; there is none in the empty one. Raises for a folder that
 /// cannot be: 52 (also a network path without a share), 57, 58 (a file of that name), 61, 70 or 76.
 void ensureFolders(std::u16string_view path);

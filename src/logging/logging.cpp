@@ -6,6 +6,7 @@
 #include "core/apartment.h"
 #include "core/dictionary.h"
 #include "logging/line_prefix.h"
+#include "platform/identities.h"
 #include "system/platform_block.h"
 #include "system/queries.h"
 
@@ -24,7 +25,7 @@ void Logging::classInitialize() {
   logLevel_ = static_cast<std::int16_t>(LogLevel::Low);
   apartment().groupDepth = 0;
   file_.setRolloverBytes(kRolloverBytes);
-  static_cast<void>(system::queryOSName());  // for the record it leaves in the apartment
+  system::recordOSVersion();
 }
 
 void Logging::classTerminate() {
@@ -90,13 +91,13 @@ Variant Logging::setLogFile(VariantRef& file) {
 
 Variant Logging::osInfo() { return osInfo_.object(); }
 
-Variant Logging::userName() { return system::queryUserName(); }
+Variant Logging::userName() { return platform::userName(); }
 
-Variant Logging::computerName() { return system::queryComputerName(); }
+Variant Logging::computerName() { return platform::computerName(); }
 
-Variant Logging::pid() { return system::queryProcessId(); }
+Variant Logging::pid() { return platform::processId(); }
 
-Variant Logging::threadId() { return system::queryThreadId(); }
+Variant Logging::threadId() { return platform::threadId(); }
 
 Variant Logging::odbcDrivers() {
   const Dictionary drivers = Dictionary::create(Dictionary::Compare::Text);
@@ -104,7 +105,10 @@ Variant Logging::odbcDrivers() {
   return drivers.object();
 }
 
-std::u16string Logging::linePrefix() const { return buildLinePrefix(inPage_, remoteAddress_); }
+std::u16string Logging::linePrefix() const {
+  clearError();
+  return buildLinePrefix(inPage_, remoteAddress_);
+}
 
 std::u16string Logging::writeLog(Ref<std::int16_t> level, DefaultedRef& text,
                                  Ref<std::int16_t> repeat, DefaultedRef& stamp) {
@@ -122,10 +126,7 @@ std::u16string Logging::writeLog(Ref<std::int16_t> level, DefaultedRef& text,
     stamp.set(Variant(prefix));
     result.append(prefix).append(joinedTextOf(text.value()));
   }
-  // Also between repetitions, so that these begin with two prefixes; deliberate.
-  result = withPrefixes(std::move(result), prefix);
-  LogFile::append(std::move(opened), result);
-  return finished(std::move(result));
+  return append(std::move(opened), std::move(result), prefix);
 }
 
 std::u16string Logging::write(std::int16_t level, std::u16string_view text) {
@@ -134,19 +135,17 @@ std::u16string Logging::write(std::int16_t level, std::u16string_view text) {
   file_.ensure();
   LogFile::Opened opened = file_.open();
   const std::u16string prefix = linePrefix();
-  std::u16string result = withPrefixes(prefix + std::u16string(text), prefix);
-  LogFile::append(std::move(opened), result);
-  return finished(std::move(result));
+  return append(std::move(opened), prefix + std::u16string(text), prefix);
 }
 
-std::u16string Logging::finished(std::u16string entry) {
+std::u16string Logging::append(LogFile::Opened opened, std::u16string entry,
+                               std::u16string_view prefix) {
+  // Also between repetitions, so that these begin with two prefixes; deliberate.
+  if (entry.find(kLineEnd) != entry.npos)
+    entry = replaceAll(entry, kLineEnd, std::u16string(kLineEnd).append(prefix));
+  LogFile::append(std::move(opened), entry);
   clearError();
   return entry;
-}
-
-std::u16string Logging::withPrefixes(std::u16string text, std::u16string_view prefix) {
-  if (text.find(kLineEnd) == std::u16string::npos) return text;
-  return replaceAll(text, kLineEnd, std::u16string(kLineEnd).append(prefix));
 }
 
 }  // namespace quendal

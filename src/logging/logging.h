@@ -16,6 +16,7 @@
 #include "core/variant_ref.h"
 #include "logging/log_file.h"
 #include "system/os_info.h"
+#include "system/reports.h"
 
 namespace quendal {
 
@@ -39,11 +40,11 @@ class Logging final {
   // Settings and information.
   Boolean isAsp();
   Boolean unicode();
-  void setUnicode(Ref<Boolean> value);
+  void setUnicode(Boolean& value);
   std::int16_t logLevel();
   void setLogLevel(Ref<std::int16_t> level);
   std::int32_t rolloverBytes();
-  void setRolloverBytes(Ref<std::int32_t> bytes);
+  void setRolloverBytes(std::int32_t& bytes);
   Variant path();
   Variant fileName();
   Variant remoteIp();
@@ -56,13 +57,15 @@ class Logging final {
   Variant threadId();
   Variant odbcDrivers();
 
-  // Entries. Each returns the text it wrote, empty when the level filtered it out.
+  // Entries. Each returns the text it wrote, empty when the level filtered it out; `writeBox`
+  // raises 91 then, before its text is read. `writeParam` raises 5 for a negative indent, the
+  // groups raise 6 when their depth is exhausted.
   std::u16string writeBox(Ref<std::int16_t> level, DefaultedRef& text);
   std::u16string startGroup(Ref<std::int16_t> level);
   std::u16string endGroup(Ref<std::int16_t> level);
   std::u16string writeLog(Ref<std::int16_t> level, DefaultedRef& text, Ref<std::int16_t> repeat,
                           DefaultedRef& stamp);
-  Variant writeParam(Ref<std::int16_t> level, VariantRef& name, const VARIANT& value,
+  Variant writeParam(Ref<std::int16_t> level, const VariantRef& name, const VARIANT& value,
                      Ref<std::int16_t> distance, Ref<std::int16_t> indent);
   std::u16string dump(Ref<std::int16_t> level, DefaultedRef& multiline, TextRef title);
 
@@ -91,10 +94,10 @@ class Logging final {
   std::int32_t logDiagnostics(DefaultedRef& out);
 
  private:
+  static constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
+
   /// Reads a member of an error object by its name.
   using ErrorMember = std::function<Variant(std::u16string_view)>;
-  /// Reads a page's text, each time that it is written.
-  using TextSource = std::function<std::u16string()>;
   /// Writes the entries of a report and hands their texts to the page.
   class Report;
 
@@ -102,27 +105,21 @@ class Logging final {
   [[nodiscard]] std::u16string linePrefix() const;
   /// Writes an entry once: `WriteLog` for the members that build on it.
   std::u16string write(std::int16_t level, std::u16string_view text);
-  /// A text of several lines, continuation lines beginning with a prefix.
-  static std::u16string withPrefixes(std::u16string text, std::u16string_view prefix);
-  /// A finished entry; errors that were ignored on its way are no longer pending.
-  static std::u16string finished(std::u16string entry);
+  /// Appends an entry, its continuation lines beginning with a prefix, and returns it so. Errors
+  /// that were ignored on its way are no longer pending.
+  static std::u16string append(LogFile::Opened opened, std::u16string entry,
+                               std::u16string_view prefix);
+  /// `WriteParam` of a row in the usual place.
+  std::u16string writeRow(const Variant& name, const Variant& value,
+                          std::int16_t indent = system::ReportWriter::kIndent);
 
-  /// What `WriteBox`, `WriteParam`, `StartGroup` and `EndGroup` do. They raise 91 for a box that
-  /// the level filters out, before its text is read; 5 for a negative indent; 6 when the depth of
-  /// groups is exhausted.
-  void beginBox(std::int16_t level);
-  std::u16string box(std::u16string_view text);
-  std::u16string parameter(std::int16_t level, const VARIANT& name, const VARIANT& value,
-                           std::int16_t distance = 35, std::int16_t indent = 4);
-  std::u16string openGroup(std::int16_t level);
-  std::u16string closeGroup(std::int16_t level);
-
-  // The entries that record a failure; each returns its texts run together.
+  // The entries that record a failure; each returns its texts run together. A page's text is read
+  // anew each time that it is written.
   std::u16string criticalBanners(std::int16_t level, std::int16_t repeat);  // none for 1
-  std::u16string markedError(std::int16_t level, const TextSource& text);
-  std::u16string markedErrorIfAny(std::int16_t level, const TextSource& text);
+  std::u16string markedError(std::int16_t level, const VariantRef& text);
+  std::u16string markedErrorIfAny(std::int16_t level, const VariantRef& text);
   std::u16string errorDetails(std::int16_t level, const ErrorMember& member);
-  std::u16string caught(const ErrorMember& member, const TextSource& text, std::int16_t repeat);
+  std::u16string caught(const ErrorMember& member, const VariantRef& text, std::int16_t repeat);
 
   /// The reports on what only the logger knows.
   void reportConfiguration(Report& report);

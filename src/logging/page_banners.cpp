@@ -7,8 +7,6 @@
 namespace quendal {
 namespace {
 
-constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
-
 constexpr std::u16string_view kStartBanner =
     u"*** START OF RUN *** *** START OF RUN *** *** START OF RUN *** *** START OF RUN *** "
     u"*** START OF RUN ***";
@@ -22,14 +20,11 @@ std::u16string Logging::writeAspStart() {
   file_.ensure();  // the file is there even when the level writes nothing
   std::u16string result = write(kLow, kStartBanner);
   if (apartment().page.request) {
-    const auto row = [this](std::u16string_view name, std::u16string_view value) {
-      parameter(kLow, Variant(name), Variant(value));
-    };
     const std::u16string method = serverVariable(u"REQUEST_METHOD");
-    row(u"HTTP_USER_AGENT", serverVariable(u"HTTP_USER_AGENT"));
-    row(method, serverVariable(u"URL"));
+    writeRow(u"HTTP_USER_AGENT", serverVariable(u"HTTP_USER_AGENT"));
+    writeRow(method, serverVariable(u"URL"));
     if (equalNoCase(method, u"GET") && !serverVariable(u"QUERY_STRING").empty())
-      row(u"QUERY_STRING", serverVariable(u"QUERY_STRING"));
+      writeRow(u"QUERY_STRING", serverVariable(u"QUERY_STRING"));
   }
   write(kLow, u"");
   return result;

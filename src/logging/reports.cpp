@@ -14,9 +14,6 @@
 namespace quendal {
 namespace {
 
-constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
-constexpr std::int16_t kDistance = 35;
-
 /// What follows an entry's text in the page's variable.
 enum class EndOfText { None, LineEnd, LineEndWhenWritten };
 
@@ -58,7 +55,7 @@ class Logging::Report final : public system::ReportWriter {
   void entry(std::u16string_view text) override { handOver(log_.write(kLow, text)); }
   void parameter(const Variant& name, const Variant& value,
                  std::int16_t indent = kIndent) override {
-    handOver(log_.parameter(kLow, name, value, kDistance, indent));
+    handOver(log_.writeRow(name, value, indent));
   }
   /// Appends what was written to what the variable holds by now. Raises 13 for one that cannot be
   /// text.
@@ -117,10 +114,10 @@ void Logging::reportServerVariables(Report& report) {
     for (const std::u16string_view warning : kNoRequestWarnings) report.entry(warning);
   }
   if (const std::int32_t number = pendingError(); number != 0) {
+    Variant text = u"LogServerVariables: Generic error occurred.";
     report.handOver(
         caught([&](std::u16string_view name) { return pendingErrorMember(number, name); },
-               [] { return std::u16string(u"LogServerVariables: Generic error occurred."); },
-               static_cast<std::int16_t>(LogRepeat::Serious)));
+               VariantRef(&text), static_cast<std::int16_t>(LogRepeat::Serious)));
   }
 }
 
@@ -157,10 +154,8 @@ std::int32_t Logging::logFileVersionInfo(TextRef directory, DefaultedRef& out) {
 }
 
 std::int32_t Logging::logWebApplicationDllInfo(DefaultedRef& out) {
-  Report report(*this, out, EndOfText::LineEndWhenWritten);
-  const std::int32_t status = system::reportFileVersions(report, system::ownFolder());
-  report.flush();
-  return status;
+  const Text folder(system::ownFolder());
+  return logFileVersionInfo(TextRef(&folder), out);
 }
 
 std::int32_t Logging::logDictionary(const Object& dictionary, std::u16string_view title,
@@ -179,8 +174,10 @@ Variant Logging::logServerVariables(DefaultedRef& out) {
 }
 
 std::int32_t Logging::logDiagnostics(DefaultedRef& out) {
-  beginBox(kLow);
-  Report(*this, out, EndOfText::LineEnd).handOver(box(u"DIAGNOSTICS INFORMATION"));
+  Variant title = u"DIAGNOSTICS INFORMATION";
+  DefaultedRef text(&title);
+  std::int16_t level = kLow;
+  Report(*this, out, EndOfText::LineEnd).handOver(writeBox(level, text));
   logConfiguration(out);
   logSystemInfo(out);
   logOdbcDrivers(out);

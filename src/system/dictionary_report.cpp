@@ -1,10 +1,8 @@
 // A dictionary as rows of a log, nested ones indented.
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 #include "core/compare.h"
-#include "core/dictionary.h"
 #include "platform/stack.h"
 #include "system/reports.h"
 
@@ -14,23 +12,6 @@ namespace {
 /// What writing an entry takes, with the page's code that may run for its key, and some to spare.
 constexpr std::size_t kStackOfLevel = 65'536;
 
-/// Keys and items: the platform's dictionary through its function table, any other object by name.
-class Entries {
- public:
-  explicit Entries(const Object& object) : object_(object), dictionary_(Dictionary::from(object)) {}
-
-  [[nodiscard]] Variant keys() const {
-    return dictionary_ ? dictionary_->keys() : object_.get(u"Keys");
-  }
-  [[nodiscard]] Variant item(const Variant& key) const {
-    return dictionary_ ? dictionary_->item(key) : object_.get(u"Item", key);
-  }
-
- private:
-  Object object_;
-  std::optional<Dictionary> dictionary_;
-};
-
 /// The way from the outermost dictionary to the one being reported.
 class DictionaryReport {
  public:
@@ -38,11 +19,11 @@ class DictionaryReport {
 
   std::int32_t write(const Object& dictionary, std::int32_t level) {
     enter(dictionary);
-    const std::int16_t indent = indentOf(level);
-    const Entries entries(dictionary);
+    const std::int16_t indent =
+        int16Of(Variant(static_cast<double>(level) * ReportWriter::kIndent));
     std::int32_t status = 0;
-    forEach(entries.keys(), [&](const Variant& key) {
-      const Variant item = entries.item(key);
+    forEach(dictionary.get(u"Keys"), [&](const Variant& key) {
+      const Variant item = dictionary.get(u"Item", key);
       if (!isObject(item)) return report_.parameter(key, item, indent);
       report_.parameter(key, typeNameOf(item), indent);
       write(Object::from(item), level + 1);
@@ -58,14 +39,6 @@ class DictionaryReport {
     if (isInsideItself || platform::remainingStack() < kStackOfLevel)
       throw AutomationError(error_number::kOutOfStack);
     path_.push_back(dictionary.dispatch());
-  }
-
-  static std::int16_t indentOf(std::int32_t level) {
-    const std::int64_t indent = std::int64_t{level} * ReportWriter::kIndent;
-    using Limits = std::numeric_limits<std::int16_t>;
-    if (indent < Limits::min() || indent > Limits::max())
-      throw AutomationError(error_number::kOverflow);
-    return static_cast<std::int16_t>(indent);
   }
 
   ReportWriter& report_;

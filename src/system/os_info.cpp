@@ -2,56 +2,33 @@
 
 #include "core/apartment.h"
 #include "core/dictionary.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/identities.h"
-#include "platform/locale.h"
 #include "system/host_address.h"
-#include "system/queries.h"
 
 namespace quendal {
-namespace {
-
-constexpr std::uint32_t kShortDate = 0x1F;
-constexpr std::uint32_t kMonthNames = 0x38;
-constexpr std::uint32_t kAbbreviatedMonthNames = 0x44;
-constexpr std::uint32_t kDayNames = 0x2A;
-constexpr std::uint32_t kAbbreviatedDayNames = 0x31;
-
-Variant monthNames(std::uint32_t firstItem) {
-  constexpr std::int16_t kMonths = 12;
-  const Dictionary names = Dictionary::create();
-  for (std::int16_t month = 1; month <= kMonths; ++month)
-    names.add(month, platform::localeText(firstItem + static_cast<std::uint32_t>(month) - 1));
-  return names.object();
-}
-
-Variant dayNames(std::uint32_t firstItem) {
-  constexpr std::uint32_t kDays = 7;
-  constexpr std::int16_t kKey = 1;  // the same for every day: the second one raises
-  const Dictionary names = Dictionary::create();
-  for (std::uint32_t day = 0; day < kDays; ++day)
-    names.add(kKey, platform::localeText(firstItem + day));
-  return names.object();
-}
-
-}  // namespace
 
 OsInfo::OsInfo() noexcept { clearError(); }
 
 OsInfo::~OsInfo() { clearError(); }
 
-std::u16string OsInfo::localeItem(std::uint32_t item) { return platform::localeText(item); }
+Variant OsInfo::dateFormatShort() { return localeItem<0x1F>(); }
 
-Variant OsInfo::dateFormatShort() { return platform::localeText(kShortDate); }
+Variant OsInfo::monthNames(std::uint32_t january) {
+  const Dictionary names = Dictionary::create();
+  for (std::int16_t month = 1; month <= 12; ++month)
+    names.add(month, platform::localeText(january + static_cast<std::uint32_t>(month) - 1));
+  return names.object();
+}
 
-Variant OsInfo::monthNamesShort() { return monthNames(kAbbreviatedMonthNames); }
-
-Variant OsInfo::monthNamesLong() { return monthNames(kMonthNames); }
-
-Variant OsInfo::dayLongNames() { return dayNames(kDayNames); }
-
-Variant OsInfo::dayShortNames() { return dayNames(kAbbreviatedDayNames); }
+Variant OsInfo::dayNames(std::uint32_t monday) {
+  constexpr std::int16_t kKey = 1;  // the same for every day: the second one raises
+  const Dictionary names = Dictionary::create();
+  for (std::uint32_t day = 0; day < 7; ++day) names.add(kKey, platform::localeText(monday + day));
+  return names.object();
+}
 
 std::u16string OsInfo::tempDir() {
   std::u16string folder = platform::environmentVariable(u"temp");
@@ -75,16 +52,14 @@ std::u16string OsInfo::systemDir() {
   return folder;
 }
 
-std::int32_t OsInfo::tickCount() { return system::queryTickCount(); }
+std::int32_t OsInfo::tickCount() { return platform::tickCount(); }
 
-std::u16string OsInfo::upTime() { return system::queryUpTime(); }
+std::u16string OsInfo::upTime() { return system::upTimeText(platform::tickCount()); }
 
 std::u16string OsInfo::ipAddress() { return system::queryIPAddress(); }
 
-Boolean OsInfo::bit() { return system::queryIsWow64(); }
+Boolean OsInfo::bit() { return Boolean{platform::wow64Flag()}; }
 
 std::u16string OsInfo::bitAsString() { return system::queryBitText(); }
-
-std::u16string OsInfo::folder(int id) { return system::querySpecialFolder(id); }
 
 }  // namespace quendal

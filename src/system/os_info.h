@@ -7,6 +7,8 @@
 #include <string>
 
 #include "core/class_description.h"
+#include "platform/locale.h"
+#include "system/queries.h"
 
 namespace quendal {
 
@@ -23,16 +25,20 @@ class OsInfo {
   /// One item of the user's locale by its platform number; empty when there is none.
   template <std::uint32_t Item>
   std::u16string localeItem() {
-    return localeItem(Item);
+    return platform::localeText(Item);
   }
   Variant dateFormatShort();
 
-  /// Dictionaries of twelve names, keyed 1 to 12.
-  Variant monthNamesShort();
-  Variant monthNamesLong();
-  /// Both add every name under the key 1 and so always raise 457; deliberate.
-  Variant dayLongNames();
-  Variant dayShortNames();
+  /// A dictionary of twelve names, keyed 1 to 12, by the locale item of the first.
+  template <std::uint32_t January>
+  Variant monthNames() {
+    return monthNames(January);
+  }
+  /// Adds every name under the key 1 and so always raises 457; deliberate.
+  template <std::uint32_t Monday>
+  Variant dayNames() {
+    return dayNames(Monday);
+  }
 
   /// The folder for temporary files, without trailing "\"; created when it is missing.
   std::u16string tempDir();
@@ -51,12 +57,12 @@ class OsInfo {
   /// A shell folder by its number, with a trailing "\", or the empty string.
   template <int Folder>
   std::u16string folder() {
-    return folder(Folder);
+    return system::querySpecialFolder(Folder);
   }
 
  private:
-  static std::u16string localeItem(std::uint32_t item);
-  static std::u16string folder(int id);
+  static Variant monthNames(std::uint32_t january);
+  static Variant dayNames(std::uint32_t monday);
 };
 
 template <>

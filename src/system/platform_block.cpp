@@ -3,28 +3,22 @@
 #include "base/text.h"
 #include "core/apartment.h"
 #include "core/product.h"
+#include "platform/identities.h"
 #include "system/host_address.h"
 #include "system/queries.h"
 
 namespace quendal::system {
 namespace {
 
-constexpr std::u16string_view kLineEnd = u"\r\n";
+constexpr std::size_t kLabelWidth = 40;
+static_assert(product::kName.size() + std::u16string_view(u" Version").size() <= kLabelWidth);
 
-const std::u16string& ruleLine() {
-  static const std::u16string line(80, u'*');
-  return line;
-}
+std::u16string ruleLine() { return std::u16string(80, u'*'); }
 
-/// Trims the stored field in place (it is 128 characters, padded with blanks) and returns the
-/// text before its first NUL.
+/// The field is 128 characters: the text, a NUL, and whatever the system left behind it.
 std::u16string servicePackText() {
-  constexpr std::size_t kFieldLength = 128;
-  std::u16string& field = apartment().osVersion.servicePack;
-  field = std::u16string(trimBlanks(field));
-  std::u16string text = field.substr(0, field.find(u'\0'));
-  field.resize(kFieldLength, u' ');
-  return text;
+  const std::u16string_view field = trimBlanks(apartment().osVersion.servicePack);
+  return std::u16string(field.substr(0, field.find(u'\0')));
 }
 
 std::u16string libraryVersion() {
@@ -35,42 +29,31 @@ std::u16string libraryVersion() {
 }  // namespace
 
 std::vector<PlatformFact> platformFacts() {
-  const std::u16string servicePack = servicePackText();
-  const std::u16string webServer = queryIISVersion();
   const OSVersionState& os = apartment().osVersion;
   return {
-      {u"Machine Name", queryComputerName()},
+      {u"Machine Name", platform::computerName()},
       {u"Operating System", os.productName},
       {u"Operating System Bit", queryBitText()},
       {u"Operating System Major Version", decimalText(os.major)},
       {u"Operating System Minor Version", decimalText(os.minor)},
       {u"Operating System Build Level", decimalText(os.build)},
       {u"Operating System Platform", decimalText(os.platformId)},
-      {u"Service Pack Identifier", servicePack},
-      {u"Microsoft IIS Version", webServer},
+      {u"Service Pack Identifier", servicePackText()},
+      {u"Microsoft IIS Version", queryIISVersion()},
       {std::u16string(product::kName) + u" Version", libraryVersion()},
       {u"Network IP Address", queryIPAddress()},
       {u".NET Framework Version", queryDotNetVersion()},
   };
 }
 
-std::u16string formatInfoRow(std::u16string_view label, std::u16string_view value,
-                             std::size_t indent, std::size_t width) {
-  if (label.size() > width) throw AutomationError(error_number::kInvalidCall);
-  std::u16string row(indent, u' ');
-  row.append(label).append(1, u' ').append(width - label.size(), u'.').append(1, u' ');
-  return row.append(value);
-}
-
 std::u16string platformInfoBlock() {
-  constexpr std::size_t kWidth = 40;
   std::u16string block = ruleLine();
   const auto addLine = [&block](std::u16string_view line) { block.append(kLineEnd).append(line); };
   addLine(u"");
   addLine(u"*** Platform Information ***");
   addLine(u"");
-  for (const PlatformFact& fact : platformFacts())
-    addLine(formatInfoRow(fact.label, fact.value, 0, kWidth));
+  for (const auto& [label, value] : platformFacts())
+    addLine(label + u' ' + std::u16string(kLabelWidth - label.size(), u'.') + u' ' + value);
   addLine(u"");
   addLine(ruleLine());
   addLine(u"");
@@ -78,11 +61,10 @@ std::u16string platformInfoBlock() {
 }
 
 std::u16string platformBanner() {
-  std::u16string banner = ruleLine();
-  banner.append(kLineEnd).append(kLineEnd).append(product::kFileDescription);
-  banner.append(kLineEnd).append(kLineEnd);
-  banner += replaceAll(product::kLegalNotice, u"  ", kLineEnd);
-  banner.append(kLineEnd).append(kLineEnd);
+  const std::u16string gap = std::u16string(kLineEnd).append(kLineEnd);
+  std::u16string banner = ruleLine() + gap;
+  banner.append(product::kFileDescription).append(gap);
+  banner.append(replaceAll(product::kLegalNotice, u"  ", kLineEnd)).append(gap);
   return banner.append(platformInfoBlock()).append(kLineEnd);
 }
 

@@ -17,20 +17,6 @@ std::u16string VersionInfo::fullPathName() { return fullPathName_; }
 
 Boolean VersionInfo::available() { return booleanOf(record_.available); }
 
-std::u16string VersionInfo::fileFlags() { return record_.fileFlags; }
-
-std::u16string VersionInfo::fileOs() { return record_.fileOs; }
-
-std::u16string VersionInfo::fileType() { return record_.fileType; }
-
-std::u16string VersionInfo::fileSubtype() { return record_.fileSubtype; }
-
-std::u16string VersionInfo::verFile() { return record_.verFile; }
-
-std::u16string VersionInfo::verProduct() { return record_.verProduct; }
-
-std::u16string VersionInfo::verStructure() { return record_.verStructure; }
-
 std::u16string VersionInfo::predefinedName(VersionString which) {
   return std::u16string(versioninfo::predefinedName(which));
 }

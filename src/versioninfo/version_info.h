@@ -19,13 +19,11 @@ class VersionInfo {
   std::u16string fullPathName();
 
   Boolean available();
-  std::u16string fileFlags();
-  std::u16string fileOs();
-  std::u16string fileType();
-  std::u16string fileSubtype();
-  std::u16string verFile();
-  std::u16string verProduct();
-  std::u16string verStructure();
+  /// A text of the fixed record.
+  template <std::u16string versioninfo::VersionRecord::*Text>
+  std::u16string text() {
+    return record_.*Text;
+  }
 
   /// Display name and value of a string; empty for a number outside the enumeration.
   std::u16string predefinedName(VersionString which);

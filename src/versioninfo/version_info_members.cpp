@@ -8,19 +8,20 @@ namespace quendal {
 template <>
 const ClassDescription& describe<VersionInfo>() {
   using V = VersionInfo;
+  using R = versioninfo::VersionRecord;
   using enum VersionString;
   static const MemberRow rows[] = {
       put<&V::setFullPathName>(u"FullPathName", u"Names the file, and reads it.",
                                {in(u"IN_szPath")}),
       get<&V::fullPathName>(u"FullPathName", u"The full path of the file that was read last."),
       get<&V::available>(u"Available", u"True when the file has a version resource."),
-      get<&V::fileFlags>(u"FileFlags", u"The flags in words, each followed by a blank."),
-      get<&V::fileOs>(u"FileOS", u"The operating system the file was made for."),
-      get<&V::fileType>(u"FileType", u"Application, DLL, driver, font, VxD or library."),
-      get<&V::fileSubtype>(u"FileSubType", u"The kind of driver or font."),
-      get<&V::verFile>(u"VerFile", u"The file version from the fixed record."),
-      get<&V::verProduct>(u"VerProduct", u"The product version from the fixed record."),
-      get<&V::verStructure>(u"VerStructure", u"The version of the record itself."),
+      get<&V::text<&R::fileFlags>>(u"FileFlags", u"The flags in words, each followed by a blank."),
+      get<&V::text<&R::fileOs>>(u"FileOS", u"The operating system the file was made for."),
+      get<&V::text<&R::fileType>>(u"FileType", u"Application, DLL, driver, font, VxD or library."),
+      get<&V::text<&R::fileSubtype>>(u"FileSubType", u"The kind of driver or font."),
+      get<&V::text<&R::verFile>>(u"VerFile", u"The file version from the fixed record."),
+      get<&V::text<&R::verProduct>>(u"VerProduct", u"The product version from the fixed record."),
+      get<&V::text<&R::verStructure>>(u"VerStructure", u"The version of the record itself."),
       get<&V::predefinedName>(u"PredefinedName", u"The display name of a string.", {in(u"Which")}),
       get<&V::predefinedValue>(u"PredefinedValue", u"A string by its number.", {in(u"Which")}),
       get<&V::value<Comments>>(u"Comments", u"The file's comments."),

@@ -1,33 +1,18 @@
 #include "versioninfo/version_record.h"
 
+#include "base/text.h"
 #include "platform/version_resource.h"
 #include "versioninfo/version_text.h"
 
 namespace quendal::versioninfo {
 namespace {
 
-struct PredefinedString {
-  std::u16string_view name;
-  std::u16string_view key;  // in the string table; the language has none
-};
-
-constexpr std::array<PredefinedString, kVersionStringCount> kPredefined = {{
-    {u"Language", u""},
-    {u"Comments", u"Comments"},
-    {u"Company Name", u"CompanyName"},
-    {u"File Description", u"FileDescription"},
-    {u"File Version", u"FileVersion"},
-    {u"Internal Name", u"InternalName"},
-    {u"Legal Copyright", u"LegalCopyright"},
-    {u"Legal Trademarks", u"LegalTrademarks"},
-    {u"Original Filename", u"OriginalFilename"},
-    {u"Product Name", u"ProductName"},
-    {u"Product Version", u"ProductVersion"},
-    {u"Private Build", u"PrivateBuild"},
-    {u"Special Build", u"SpecialBuild"},
-    {u"LegalTrademarks1", u"LegalTrademarks1"},
-    {u"LegalTrademarks2", u"LegalTrademarks2"},
-}};
+// The keys in the string table are the same without the blanks; the language has none.
+constexpr std::array<std::u16string_view, kVersionStringCount> kNames = {
+    u"Language",          u"Comments",         u"Company Name",    u"File Description",
+    u"File Version",      u"Internal Name",    u"Legal Copyright", u"Legal Trademarks",
+    u"Original Filename", u"Product Name",     u"Product Version", u"Private Build",
+    u"Special Build",     u"LegalTrademarks1", u"LegalTrademarks2"};
 
 void setFixedTexts(VersionRecord& record, const platform::FixedFileInfo& info) {
   record.verStructure = structureVersionText(info.structureVersion);
@@ -53,7 +38,7 @@ platform::Translation chooseTable(const platform::VersionResource& resource,
 
 std::u16string_view predefinedName(VersionString which) noexcept {
   const auto index = static_cast<std::size_t>(which);
-  return index < kPredefined.size() ? kPredefined[index].name : std::u16string_view();
+  return index < kNames.size() ? kNames[index] : std::u16string_view();
 }
 
 std::u16string_view VersionRecord::value(VersionString which) const noexcept {
@@ -75,9 +60,8 @@ VersionRecord versionRecord(const platform::VersionResource& resource) {
 
   record.values[0] = platform::languageName(first->language);
   const auto table = chooseTable(resource, *first);
-  for (std::size_t i = 1; i < record.values.size(); ++i) {
-    record.values[i] = resource.string(table, kPredefined[i].key);
-  }
+  for (std::size_t i = 1; i < record.values.size(); ++i)
+    record.values[i] = resource.string(table, replaceAll(kNames[i], u" ", u""));
   return record;
 }
 

@@ -1,8 +1,8 @@
 #include "versioninfo/version_text.h"
 
-#include <array>
-#include <charconv>
 #include <span>
+
+#include "base/text.h"
 
 namespace quendal::versioninfo {
 namespace {
@@ -45,41 +45,18 @@ std::u16string_view find(std::span<const NumberName> names, std::uint32_t number
 int highWord(std::uint32_t number) { return static_cast<std::int16_t>(number >> 16); }
 int lowWord(std::uint32_t number) { return static_cast<std::int16_t>(number & 0xFFFF); }
 
-// Appends a number with at least `digits` digits; a sign stands before them.
-void append(std::u16string& text, int number, std::size_t digits = 1) {
-  std::array<char, 8> buffer;
-  const auto end = std::to_chars(buffer.begin(), buffer.end(), number < 0 ? -number : number).ptr;
-  const auto count = static_cast<std::size_t>(end - buffer.begin());
-  if (number < 0) text += u'-';
-  if (count < digits) text.append(digits - count, u'0');
-  text.append(buffer.begin(), end);
-}
-
 }  // namespace
 
 std::u16string structureVersionText(std::uint32_t version) {
-  std::u16string text;
-  append(text, highWord(version));
-  text += u'.';
-  append(text, lowWord(version));
-  return text;
+  return decimalText(highWord(version)) + u'.' + decimalText(lowWord(version));
 }
 
 std::u16string versionText(std::uint32_t high, std::uint32_t low) {
-  std::u16string text;
-  append(text, highWord(high));
-  text += u'.';
-  append(text, lowWord(high), 2);
-  text += u'.';
   const int build = highWord(low);
-  if (build > 0) {
-    // Build and revision run into each other without a separator; this is deliberate.
-    append(text, build, 2);
-    append(text, lowWord(low), 2);
-  } else {
-    append(text, lowWord(low), 4);
-  }
-  return text;
+  const int revision = lowWord(low);
+  // Build and revision run into each other without a separator; this is deliberate.
+  return decimalText(highWord(high)) + u'.' + decimalText(lowWord(high), 2) + u'.' +
+         (build > 0 ? decimalText(build, 2) + decimalText(revision, 2) : decimalText(revision, 4));
 }
 
 std::u16string fileFlagsText(std::uint32_t flags) {

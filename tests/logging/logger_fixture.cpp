@@ -5,53 +5,40 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "core/apartment.h"
-#include "system/queries.h"
+#include "platform/identities.h"
 
 namespace quendal::test {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xFF\xFE";
 
-/// Reads a server variable; one that is not there is Empty, as the page host answers.
-Variant serverVariableOf(PageContext& page, std::u16string_view name) {
-  page.reads.resize(page.serverVariables.size());
-  for (std::size_t i = 0; i < page.serverVariables.size(); ++i) {
-    if (!equalNoCase(page.serverVariables[i].first, name)) continue;
-    ++page.reads[i];
-    return page.serverVariables[i].second;
-  }
-  return {};
-}
-
-ScriptObject::Next namesOf(PageContext& page) {
-  return [&page, position = std::size_t{0}](Variant& element) mutable {
-    if (position == page.serverVariables.size()) {
-      page.atEnd();
-      return false;
-    }
-    element = page.serverVariables[position++].first;
-    return true;
-  };
-}
-
 }  // namespace
 
 Object PageContext::object(const std::u16string& folder) {
   const Object variables = ScriptObject()
                                .defaultMember([this](ScriptObject::Arguments arguments) {
-                                 return serverVariableOf(*this, textOf(arguments[0]));
+                                 const std::u16string name = textOf(arguments[0]);
+                                 ++reads[name];
+                                 for (const auto& [variable, value] : serverVariables)
+                                   if (equalNoCase(variable, name)) return value;
+                                 return Variant();  // as the page host answers
                                })
-                               .enumeration([this] { return namesOf(*this); })
+                               .enumeration([this] {
+                                 return [this, at = std::size_t{0}](Variant& element) mutable {
+                                   if (at == serverVariables.size()) return atEnd(), false;
+                                   element = serverVariables[at++].first;
+                                   return true;
+                                 };
+                               })
                                .object();
-  const Object server =
-      ScriptObject().member(u"MapPath", [folder](auto) { return Variant(folder); }).object();
   const Object other = ScriptObject().object();
   return ScriptObject()
       .value(u"Session", other)
       .value(u"Application", other)
       .value(u"Request", ScriptObject().value(u"ServerVariables", variables).object())
       .value(u"Response", other)
-      .value(u"Server", server)
+      .value(u"Server",
+             ScriptObject().member(u"MapPath", [folder](auto) { return Variant(folder); }).object())
       .object();
 }
 
@@ -88,8 +75,8 @@ std::string LoggerTest::written() {
   std::u16string text((bytes.size() - seen_) / 2, u'\0');
   std::memcpy(text.data(), bytes.data() + seen_, text.size() * 2);
   seen_ = bytes.size();
-  EXPECT_TRUE(text.empty() || text.ends_with(u"\r\n"));
-  return maskedLines(text);
+  EXPECT_TRUE(text.empty() || text.ends_with(kLineEnd));
+  return masked(text);
 }
 
 std::string LoggerTest::runTogether(std::string lines) {
@@ -97,15 +84,11 @@ std::string LoggerTest::runTogether(std::string lines) {
   return lines;
 }
 
-std::string LoggerTest::maskedLines(const Variant& text) {
-  return masked(replaceAll(textOf(text), u"\r\n", u"\n"));
-}
-
-std::string LoggerTest::masked(std::u16string text) {
+std::string LoggerTest::masked(const Variant& value) {
   constexpr std::size_t kDateLength = 24;  // 15 Nov 2026 23:34:35.123
-  const std::u16string identity = u" " + system::queryComputerName() + u" " +
-                                  system::queryUserName() + u" " +
-                                  decimalText(system::queryProcessId()) + u" ";
+  std::u16string text = replaceAll(textOf(value), kLineEnd, u"\n");
+  const std::u16string identity = u" " + platform::computerName() + u" " + platform::userName() +
+                                  u" " + decimalText(platform::processId()) + u" ";
   for (std::size_t at = text.find(identity, kDateLength); at != text.npos;
        at = text.find(identity, at))
     text.replace(at - kDateLength, kDateLength + identity.size(), u"@");

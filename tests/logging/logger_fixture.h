@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,8 +25,7 @@ struct PageContext {
   std::vector<std::pair<std::u16string, Variant>> serverVariables;
   /// Runs at the end of each enumeration of the server variables.
   std::function<void()> atEnd = [] {};
-  /// How often each server variable was read, in the order of `serverVariables`.
-  std::vector<int> reads;
+  std::map<std::u16string, int> reads;  // of each server variable
 
   /// The scripting context; this must outlive it.
   [[nodiscard]] Object object(const std::u16string& folder);
@@ -32,6 +33,16 @@ struct PageContext {
 
 /// A host's variable as it passes it by reference; it must outlive the call.
 [[nodiscard]] Variant referenceTo(Variant& variable);
+
+/// What the body returns, or "error N".
+template <class Body>
+[[nodiscard]] std::string textOrError(Body&& body) {
+  try {
+    return body();
+  } catch (const AutomationError& error) {
+    return "error " + std::to_string(error.number());
+  }
+}
 
 class LoggerTest : public ::testing::Test {
  protected:
@@ -41,16 +52,11 @@ class LoggerTest : public ::testing::Test {
   /// Starts a page in the test's folder; its log is in "LOGS" there.
   void startPage(PageContext& page);
 
-  /// What was written since the last look, without the banner of a new file: whole lines, joined
-  /// and ended by a line feed, stamps masked.
+  /// What was written since the last look, without the banner of a new file: whole lines, each
+  /// ended by a line feed, stamps as "@".
   [[nodiscard]] std::string written();
-  /// A text that a member returned; line ends as they are.
-  [[nodiscard]] static std::string masked(std::u16string text);
-  [[nodiscard]] static std::string masked(const Variant& text) { return masked(textOf(text)); }
-
-  /// The same with line feeds for line ends.
-  [[nodiscard]] static std::string maskedLines(const Variant& text);
-
+  /// A text that a member returned, in the same way.
+  [[nodiscard]] static std::string masked(const Variant& text);
   /// Without line ends, as members hand back several entries.
   [[nodiscard]] static std::string runTogether(std::string lines);
 
@@ -60,13 +66,15 @@ class LoggerTest : public ::testing::Test {
     return textOrError(
         [&] { return masked(log.call(member, std::forward<Values>(arguments)...)); });
   }
-  template <class Body>
-  [[nodiscard]] static std::string textOrError(Body&& body) {
-    try {
-      return body();
-    } catch (const AutomationError& error) {
-      return "error " + std::to_string(error.number());
-    }
+  /// Calls a member and gives what it wrote, which is also what it returned but for line ends; an
+  /// error as a line of its own at the end.
+  template <class... Values>
+  [[nodiscard]] std::string lines(std::u16string_view member, Values&&... arguments) {
+    const std::string returned = call(member, std::forward<Values>(arguments)...);
+    const std::string log = written();
+    if (returned.starts_with("error")) return log + returned;
+    EXPECT_EQ(runTogether(returned), runTogether(log));
+    return log;
   }
 
   platform::TempFolder folder;

@@ -1,64 +1,141 @@
-// System queries and the platform block.
+// System queries, `ClsOSInfo` and the platform block.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <tuple>
+
+#include "base/text.h"
 #include "core/apartment.h"
 #include "core/dispatch.h"
+#include "core/product.h"
+#include "platform/clock.h"
+#include "platform/folders.h"
+#include "platform/identities.h"
+#include "support/text_rows.h"
 #include "system/os_info.h"
 #include "system/platform_block.h"
-#include "system/queries.h"
 
 namespace quendal {
 namespace {
 
 TEST(SystemQueries, UpTimeIsRoundedNotCut) {
-  const struct {
-    std::int32_t ticks;
-    const char16_t* text;
-  } rows[] = {{0, u"0 Seconds"},
-              {1'500, u"2 Seconds"},
-              {59'500, u"1 Minutes 0 Seconds"},
-              {90'000, u"2 Minutes 30 Seconds"},
-              {150'000, u"2 Minutes 30 Seconds"},
-              {129'600'000, u"2 Days 12 Hours 0 Minutes 0 Seconds"},
-              {-1'500, u"-2 Seconds"},
-              {-2'147'483'647 - 1, u"-2147484 Seconds"}};
-  for (const auto& row : rows) EXPECT_EQ(system::upTimeText(row.ticks), row.text) << row.ticks;
+  const std::pair<std::int32_t, std::u16string_view> rows[] = {
+      {0, u"0 Seconds"},
+      {500, u"0 Seconds"},
+      {1'500, u"2 Seconds"},
+      {59'499, u"59 Seconds"},
+      {59'500, u"1 Minutes 0 Seconds"},
+      {90'000, u"2 Minutes 30 Seconds"},
+      {119'000, u"2 Minutes 59 Seconds"},
+      {150'000, u"2 Minutes 30 Seconds"},
+      {3'569'000, u"59 Minutes 29 Seconds"},
+      {3'600'000, u"1 Hours 0 Minutes 0 Seconds"},
+      {86'400'000, u"1 Days 0 Hours 0 Minutes 0 Seconds"},
+      {129'600'000, u"2 Days 12 Hours 0 Minutes 0 Seconds"},
+      {-1'500, u"-2 Seconds"},
+      {-2'147'483'647 - 1, u"-2147484 Seconds"}};
+  for (const auto& [ticks, text] : rows) EXPECT_EQ(system::upTimeText(ticks), text) << ticks;
 }
 
-TEST(SystemQueries, TheSystemsNameIsNeverToldButItsRecordIsFilled) {
-  apartment().osVersion = {};
-  EXPECT_EQ(system::queryOSName(), u"Unknown");
-  EXPECT_GT(apartment().osVersion.major, 0);
-  EXPECT_FALSE(apartment().osVersion.productName.empty());
-  EXPECT_EQ(system::queryBitText(), u"32 Bit");
-  EXPECT_NE(system::queryIsWow64(), Boolean::True);
+class OsInfoTest : public ::testing::Test {
+ protected:
+  std::string get(std::u16string_view property) { return toUtf8(textOf(info.get(property))); }
+
+  const Object info = Owned<OsInfo>::make().object();
+};
+
+TEST_F(OsInfoTest, TellsTheLocale) {
+  if (get(u"Language") != "English" || get(u"Country") != "United States")
+    GTEST_SKIP() << "the locale is not English (United States)";
+  test::forEachPair(
+      u"PositiveSignPosition=3|NegativeSign=-|PositiveSign=|"
+      u"TimeFormat=h:mm:ss tt|DateFormatShort=M/d/yyyy|ShortDateFormat=M/d/yyyy|TimeSeparator=:|"
+      u"DateSeparator=/|LeadingZerosForDecimal=1|NumberOfFractionalDigits=2|DigitGrouping=3;0|"
+      u"ThousandSeparator=,|CurrencySymbol=$|LongDateFormat=dddd, MMMM d, yyyy|DecimalSeparator=.",
+      [this](std::u16string_view property, const std::string& text) {
+        EXPECT_EQ(get(property), text);
+      });
+  EXPECT_TRUE(get(u"NegativeSignPosition") == "0" || get(u"NegativeSignPosition") == "3");
+  const std::pair<std::u16string_view, std::vector<std::string>> months[] = {
+      {u"MonthNamesShort", {"Jan", "Dec"}}, {u"MonthNamesLong", {"January", "December"}}};
+  for (const auto& [property, names] : months) {
+    const Object list = Object::from(info.get(property));
+    EXPECT_EQ(int32Of(list.get(u"Count")), 12);
+    EXPECT_EQ(toUtf8(textOf(list.get(u"Item", std::int16_t{1}))), names[0]);
+    EXPECT_EQ(toUtf8(textOf(list.get(u"Item", std::int16_t{12}))), names[1]);
+  }
+}
+
+TEST_F(OsInfoTest, TellsTheSystem) {
+  EXPECT_EQ(get(u"SystemDir"), toUtf8(platform::systemFolder()) + '\0');
+  EXPECT_EQ(get(u"SystemDirectory"), toUtf8(platform::systemFolder()) + "\\");
+  EXPECT_EQ(get(u"BitAsString"), "32 Bit");
+  EXPECT_EQ(info.get(u"Bit").boolVal, platform::wow64Flag());
+  const std::int32_t before = platform::tickCount();
+  const Variant ticks = info.get(u"TickCount");
+  EXPECT_EQ(ticks.vt, VT_I4);
+  EXPECT_LT(static_cast<std::uint32_t>(ticks.lVal) - static_cast<std::uint32_t>(before), 60'000u);
+  EXPECT_EQ(get(u"UpTime").substr(0, 8), toUtf8(system::upTimeText(ticks.lVal)).substr(0, 8));
+  const std::string address = get(u"IPAddress");  // none where the machine's name has none
+  EXPECT_EQ(std::ranges::count(address, '.'), address.empty() ? 0 : 3) << address;
+  EXPECT_EQ(address.find_first_not_of("0123456789."), address.npos) << address;
   EXPECT_EQ(system::querySpecialFolder(9999), u"");
+  for (const std::u16string_view property : {u"DayLongNames", u"DayShortNames"}) {
+    try {
+      static_cast<void>(info.get(property));
+      ADD_FAILURE();
+    } catch (const AutomationError& error) {
+      EXPECT_EQ(error.number(), error_number::kDuplicateKey);
+    }
+  }
 }
 
-TEST(OsInfo, ClearsTheErrorStateAsItComesAndGoes) {
+TEST_F(OsInfoTest, ClearsTheErrorStateAsItComesAndGoes) {
   apartment().errorNumber = 5;
-  Owned<OsInfo> info = Owned<OsInfo>::make();
+  Owned<OsInfo> another = Owned<OsInfo>::make();
   EXPECT_EQ(pendingError(), 0);
   apartment().errorNumber = 5;
-  info.reset();
+  another.reset();
   EXPECT_EQ(pendingError(), 0);
 }
 
-TEST(PlatformBlock, RowsAreFilledToTheWidthAndNoFurther) {
-  const std::u16string row = system::formatInfoRow(u"Machine Name", u"X", 0, 40);
-  EXPECT_EQ(row, u"Machine Name " + std::u16string(28, u'.') + u" X");
-  EXPECT_EQ(system::formatInfoRow(u"ab", u"", 3, 2), u"   ab  ");
-  EXPECT_THROW((void)system::formatInfoRow(u"abc", u"", 0, 2), AutomationError);
-}
+TEST(PlatformBlock, TellsTheRecordInNineteenLines) {
+  apartment().osVersion = {};
+  system::recordOSVersion();
+  const OSVersionState told = apartment().osVersion;
+  const platform::OSVersion version = platform::osVersion();
+  EXPECT_GT(told.major, 0);
+  EXPECT_EQ(std::tie(told.major, told.minor, told.build, told.platformId),
+            std::tie(version.major, version.minor, version.build, version.platformId));
+  EXPECT_FALSE(told.productName.empty());
+  apartment().osVersion = {
+      u"Product", 6, 1, 7601, 2, u"  Service Pack 3" + std::u16string(1, u'\0') + u"junk "};
+  const std::u16string rule(80, u'*');
+  const auto row = [](std::u16string_view label, std::u16string_view value) {
+    std::u16string text(label);
+    return text.append(u" ").append(40 - label.size(), u'.').append(u" ").append(value) + u"\n";
+  };
+  const std::u16string expected =
+      rule + u"\n\n*** Platform Information ***\n\n" +
+      row(u"Machine Name", platform::computerName()) + row(u"Operating System", u"Product") +
+      row(u"Operating System Bit", u"32 Bit") + row(u"Operating System Major Version", u"6") +
+      row(u"Operating System Minor Version", u"1") + row(u"Operating System Build Level", u"7601") +
+      row(u"Operating System Platform", u"2") + row(u"Service Pack Identifier", u"Service Pack 3") +
+      u"Microsoft IIS Version ";
+  const std::u16string block = replaceAll(system::platformInfoBlock(), u"\r\n", u"\n");
+  EXPECT_EQ(toUtf8(block.substr(0, expected.size())), toUtf8(expected));
+  const std::u16string rest = block.substr(block.find(u'\n', expected.size()) + 1);
+  const std::u16string own = row(u"Quendal Classic ASP Version", u"1.0.0") + u"Network IP Address ";
+  EXPECT_EQ(toUtf8(rest.substr(0, own.size())), toUtf8(own));
+  EXPECT_NE(rest.find(u"\n.NET Framework Version .................. "), rest.npos) << toUtf8(rest);
+  EXPECT_TRUE(rest.ends_with(u"\n\n" + rule + u"\n"));
+  EXPECT_EQ(std::ranges::count(block, u'\n'), 18);
 
-TEST(PlatformBlock, ServicePacksAreTrimmedAndPadded) {
-  static_cast<void>(system::queryOSName());
-  apartment().osVersion.servicePack = u"  Service Pack 3" + std::u16string(1, u'\0') + u"junk ";
-  const std::u16string block = system::platformInfoBlock();
-  const std::u16string label = u"\r\nService Pack Identifier ";
-  // The value begins in column 43.
-  EXPECT_EQ(block.find(u" Service Pack 3\r\n"), block.find(label) + 2 + 41);
-  EXPECT_EQ(apartment().osVersion.servicePack.size(), 128u);
+  const std::u16string banner = replaceAll(system::platformBanner(), u"\r\n", u"\n");
+  EXPECT_TRUE(
+      banner.starts_with(rule + u"\n\n" + std::u16string(product::kFileDescription) + u"\n\n"));
+  EXPECT_TRUE(banner.ends_with(u"\n\n" + block + u"\n"));
+  EXPECT_EQ(banner.find(u"  "), banner.find(u"  ", banner.size() - block.size()));
 }
 
 }  // namespace

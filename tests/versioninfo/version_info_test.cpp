@@ -36,6 +36,8 @@ TEST_F(VersionInfoTest, APathIsReadAtOnceAndAnotherOneForgetsIt) {
   info_.put(u"FullPathName", folder_ / u"one.dll");
   EXPECT_EQ(info_.get(u"Available").boolVal, -1);
   EXPECT_EQ(textOf(info_.get(u"ProductVersion")), u"1.2.3");
+  EXPECT_EQ(textOf(info_.get(u"PredefinedName", std::int32_t{2})), u"Company Name");
+  EXPECT_EQ(textOf(info_.get(u"PredefinedName", std::int32_t{14})), u"LegalTrademarks2");
   for (const std::int32_t outside : {-1, 15, 2'000'000'000}) {
     EXPECT_EQ(textOf(info_.get(u"PredefinedName", outside)), u"");
     EXPECT_EQ(textOf(info_.get(u"PredefinedValue", outside)), u"");

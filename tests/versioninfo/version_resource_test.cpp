@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/utf8.h"
 #include "platform/code_page.h"
 #include "tests/platform/temp_folder.h"
 #include "tests/support/pe_builder.h"
@@ -45,32 +46,26 @@ TEST(VersionTextTest, WordsAreSignedAndLaidOutByTheBuild) {
 }
 
 TEST(VersionTextTest, NamesOfNumbers) {
-  const std::pair<std::uint32_t, std::u16string_view> flags[] = {
-      {0, u""},
-      {0x21, u"Debug Special "},
-      {0xFFFFFFFF, u"Debug PreRel Patched Private Info Special "}};
-  for (const auto& [number, text] : flags) EXPECT_EQ(fileFlagsText(number), text);
-
+  const auto namesTo = [](std::uint32_t last, auto nameOf) {
+    std::string names;
+    for (std::uint32_t number = 0; number <= last; ++number) names += toUtf8(nameOf(number)) + ",";
+    return names;
+  };
+  const auto subtypeOf = [](std::uint32_t type) {
+    return [type](std::uint32_t subtype) { return fileSubtypeText(type, subtype); };
+  };
+  EXPECT_EQ(namesTo(8, fileTypeText), ",Application,DLL,Driver,Font,VxD,,Lib,,");
+  EXPECT_EQ(namesTo(11, subtypeOf(3)),
+            "Unknown,Printer drv,Keyboard drv,Language drv,Display drv,Mouse drv,Network drv,"
+            "System drv,Installable,Sound drv,Comm drv,Unknown,");
+  EXPECT_EQ(namesTo(4, subtypeOf(4)), ",Raster Font,Vector Font,TrueType Font,,");
+  EXPECT_EQ(namesTo(2, subtypeOf(2)), ",,,");
   const std::pair<std::uint32_t, std::u16string_view> systems[] = {
-      {0x00010004, u"DOS-Win32"}, {0x00020002, u"OS/2-16 PM-16"}, {0x00040000, u"Unknown"}};
+      {0x00010001, u"DOS-Win16"},     {0x00010004, u"DOS-Win32"}, {0x00020002, u"OS/2-16 PM-16"},
+      {0x00030003, u"OS/2-16 PM-32"}, {0x00040004, u"NT-Win32"},  {0x00040000, u"Unknown"}};
   for (const auto& [number, text] : systems) EXPECT_EQ(fileOsText(number), text);
-
-  const struct {
-    std::uint32_t type, subtype;
-    std::u16string_view typeText, subtypeText;
-  } types[] = {{0, 1, u"", u""},
-               {2, 7, u"DLL", u""},
-               {3, 0, u"Driver", u"Unknown"},
-               {3, 4, u"Driver", u"Display drv"},
-               {3, 10, u"Driver", u"Comm drv"},
-               {4, 3, u"Font", u"TrueType Font"},
-               {4, 4, u"Font", u""},
-               {6, 0, u"", u""},
-               {7, 0, u"Lib", u""}};
-  for (const auto& c : types) {
-    EXPECT_EQ(fileTypeText(c.type), c.typeText) << c.type;
-    EXPECT_EQ(fileSubtypeText(c.type, c.subtype), c.subtypeText) << c.type << ' ' << c.subtype;
-  }
+  EXPECT_EQ(fileFlagsText(0x21), u"Debug Special ");
+  EXPECT_EQ(fileFlagsText(0xFFFFFFFF), u"Debug PreRel Patched Private Info Special ");
 }
 
 TEST(VersionRecordTest, HoldsEverythingOfASoundFile) {
