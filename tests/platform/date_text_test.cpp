@@ -6,8 +6,7 @@
 #include <cmath>
 #include <string>
 
-#include "base/date_serial.h"
-#include "base/moment.h"
+#include "base/date.h"
 #include "base/number_pattern.h"
 #include "base/utf8.h"
 #include "platform/clock.h"

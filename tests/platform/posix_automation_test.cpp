@@ -10,8 +10,8 @@
 #include "automation/date_text.h"
 #include "automation/dictionary_abi.h"
 #include "automation/dispatch.h"
-#include "automation/posix/civil_date.h"
 #include "automation/posix/number_text.h"
+#include "base/date.h"
 #include "platform/automation_values.h"
 #include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
@@ -134,25 +134,6 @@ TEST(PosixAutomation, LongNumeralsAreReadExactly) {
   }
 }
 
-TEST(PosixAutomation, EveryDayHasItsDate) {
-  automation::CivilDate previous{99, 12, 31};
-  for (int day = automation::kFirstDay; day <= automation::kLastDay; ++day) {
-    const automation::CivilDate date = automation::dateOf(day);
-    ASSERT_TRUE(automation::isCivilDate(date));
-    ASSERT_EQ(automation::daysOf(date), day);
-    ASSERT_TRUE(date.day == previous.day + 1 ||
-                (date.day == 1 && (date.month == previous.month + 1 ||
-                                   (date.month == 1 && date.year == previous.year + 1))));
-    previous = date;
-  }
-  EXPECT_EQ(previous.year, 9999);
-  automation::DateParts parts;
-  EXPECT_TRUE(automation::splitDate(-1.9999999, parts));
-  EXPECT_EQ(parts.days, 0);
-  EXPECT_FALSE(automation::splitDate(std::nan(""), parts));
-  EXPECT_FALSE(automation::splitDate(std::numeric_limits<double>::infinity(), parts));
-}
-
 TEST(PosixAutomation, DateTextIsStrictButNumbersConvert) {
   double moment = 0;
   EXPECT_TRUE(automation::parseDate(u"2005-03-05T14:30:00", moment));
@@ -176,7 +157,7 @@ TEST(PosixAutomation, OddTextsDoNoHarm) {
       made += pieces[random() % std::size(pieces)];
     double moment = 0;
     if (automation::parseDate(made, moment)) {
-      ASSERT_TRUE(automation::isDate(moment));
+      ASSERT_TRUE(isDate(moment));
     }
     const auto number = automation::parseNumber(made);
     if (number) static_cast<void>(automation::toReal(*number));

@@ -6,12 +6,12 @@
 #include <type_traits>
 
 #include "automation/date_text.h"
-#include "automation/posix/civil_date.h"
 #include "automation/posix/date_text.h"
 #include "automation/posix/number_text.h"
-#include "automation/posix/ref_counted.h"
 #include "automation/posix/strings.h"
 #include "automation/posix/variants.h"
+#include "automation/reference.h"
+#include "base/text.h"
 
 namespace quendal::automation {
 namespace {
@@ -239,7 +239,7 @@ HRESULT storeText(VARIANT& result, std::u16string_view text) noexcept {
   return result.bstrVal == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
-HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) noexcept {
+HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) {
   switch (source.vt) {
     case VT_EMPTY:
       return storeText(result, {});
@@ -274,35 +274,25 @@ HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) noexcept {
     case VT_DECIMAL:
       return storeText(result, exactText(numberOf(source)->exact).view());
     case VT_DATE: {
-      NumberText text;
-      if (!writeDateText(source.date, text)) return E_INVALIDARG;
-      return storeText(result, text.view());
+      const auto moment = momentOf(source.date);
+      return moment ? storeText(result, dateText(*moment)) : E_INVALIDARG;
     }
     default:
       return DISP_E_TYPEMISMATCH;
   }
 }
 
-bool isWord(std::u16string_view text, std::u16string_view lowerCase) noexcept {
-  if (text.size() != lowerCase.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t c = text[i];
-    if ((c >= u'A' && c <= u'Z' ? c + 32 : c) != lowerCase[i]) return false;
-  }
-  return true;
-}
-
 HRESULT textToBool(const VARIANT& source, VARIANT& result) noexcept {
   const std::u16string_view text = viewOf(source.bstrVal);
-  const bool isTrue = isWord(text, u"true") || isWord(text, u"#true#");
-  if (!isTrue && !isWord(text, u"false") && !isWord(text, u"#false#")) {
+  const bool isTrue = equalNoCase(text, u"true") || equalNoCase(text, u"#true#");
+  if (!isTrue && !equalNoCase(text, u"false") && !equalNoCase(text, u"#false#")) {
     return toNumber(source, VT_BOOL, result);
   }
   result.boolVal = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
   return S_OK;
 }
 
-HRESULT textToDate(const VARIANT& source, VARIANT& result) noexcept {
+HRESULT textToDate(const VARIANT& source, VARIANT& result) {
   if (parseDate(viewOf(source.bstrVal), result.date)) return S_OK;
   return toNumber(source, VT_DATE, result);
 }
@@ -343,7 +333,7 @@ HRESULT takeDefaultValue(OwnedValue& held, VARIANT& value) noexcept {
 bool isObject(VARTYPE type) noexcept { return type == VT_DISPATCH || type == VT_UNKNOWN; }
 
 // Converts a value that is not of the type yet.
-HRESULT convert(const VARIANT& value, USHORT flags, VARTYPE type, VARIANT& result) noexcept {
+HRESULT convert(const VARIANT& value, USHORT flags, VARTYPE type, VARIANT& result) {
   if (((value.vt | type) & VT_ARRAY) != 0) return DISP_E_TYPEMISMATCH;
   if (value.vt == VT_ERROR || type == VT_ERROR) return DISP_E_TYPEMISMATCH;
   if (value.vt == VT_DECIMAL && !isDecimal(value.decVal)) return E_INVALIDARG;
@@ -387,7 +377,7 @@ HRESULT VariantChangeTypeEx(VARIANTARG* target, const VARIANTARG* source, LCID, 
   if (value.vt == type) {
     status = copyInto(result, value);
   } else {
-    status = convert(value, flags, type, result);
+    status = guarded([&] { return convert(value, flags, type, result); });
     if (SUCCEEDED(status)) result.vt = type;  // last: a decimal lies over the tag
   }
   return FAILED(status) ? status : replaceValue(*target, result);

@@ -5,6 +5,7 @@
 #include "automation/posix/array_enumerator.h"
 #include "automation/posix/strings.h"
 #include "automation/posix/variants.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 namespace {
@@ -38,16 +39,6 @@ HRESULT fail(int number) noexcept {
     }
   }
   return hresult(0x800A0000U + static_cast<std::uint32_t>(number));
-}
-
-// Runs a member's body; memory that is short becomes its result.
-template <class Body>
-HRESULT guarded(Body body) noexcept {
-  try {
-    return body();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
 }
 
 // A key as a caller passed it. `value` and `key` share its contents.

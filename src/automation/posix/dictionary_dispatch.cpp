@@ -4,6 +4,7 @@
 
 #include "automation/dispatch.h"
 #include "automation/posix/dictionary.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 namespace {

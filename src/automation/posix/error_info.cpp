@@ -4,6 +4,7 @@
 
 #include "automation/posix/ref_counted.h"
 #include "automation/posix/strings.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 namespace {

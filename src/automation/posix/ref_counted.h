@@ -46,28 +46,4 @@ template <class Object, class... Arguments>
   }
 }
 
-/// Owns one reference.
-template <class Interface>
-class Reference {
- public:
-  Reference() = default;
-  explicit Reference(Interface* taken) noexcept : object_(taken) {}
-  Reference(Reference&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  Reference& operator=(Reference&& other) noexcept {
-    std::swap(object_, other.object_);
-    return *this;
-  }
-  ~Reference() {
-    if (object_ != nullptr) object_->Release();
-  }
-
-  [[nodiscard]] Interface* get() const noexcept { return object_; }
-  [[nodiscard]] Interface* release() noexcept { return std::exchange(object_, nullptr); }
-  Interface* operator->() const noexcept { return object_; }
-  explicit operator bool() const noexcept { return object_ != nullptr; }
-
- private:
-  Interface* object_ = nullptr;
-};
-
 }  // namespace quendal::automation

@@ -3,6 +3,8 @@
 
 #include <quendal/automation.h>
 
+#include <new>
+
 #include "automation/element_size.h"
 
 namespace quendal::automation {
@@ -20,6 +22,16 @@ namespace quendal::automation {
 /// is copied: `value` shares what `source` owns and must not be cleared. E_INVALIDARG for a null
 /// reference or a chain without end, DISP_E_BADVARTYPE for an unknown tag.
 [[nodiscard]] HRESULT borrowValue(const VARIANT& source, VARIANT& value) noexcept;
+
+/// Runs what gives a result; memory that is short becomes that result.
+template <class Body>
+[[nodiscard]] HRESULT guarded(Body body) noexcept {
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  }
+}
 
 /// Copies a borrowed value into `target`, which holds nothing.
 [[nodiscard]] HRESULT copyInto(VARIANT& target, const VARIANT& value) noexcept;
