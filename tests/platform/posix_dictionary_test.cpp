@@ -137,7 +137,6 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
 
 TEST_F(PosixDictionaryTest, TakesTextWithoutCopyingIt) {
   auto& own = *static_cast<automation::Dictionary*>(dictionary_);
-  own.reserve(100);
   for (int i = 0; i < 20; ++i) {
     BSTR key = newText(u"key" + std::u16string(1, static_cast<char16_t>(u'a' + i)));
     Value item = text(u"item");

@@ -16,108 +16,14 @@
 namespace quendal::automation {
 namespace {
 
-constexpr USHORT kLocalBool = 16;  // VARIANT_LOCALBOOL: here the same as VARIANT_ALPHABOOL
-constexpr int kRealDigits = 15;
-constexpr int kSingleDigits = 7;
-constexpr int kCurrencyDecimals = 4;
+constexpr USHORT kLocalBool = 16;    // VARIANT_LOCALBOOL: here the same as VARIANT_ALPHABOOL
 constexpr int kDeepestDefault = 32;  // objects whose default value is an object, and so on
-
-// A value that goes at the end of the scope.
-struct OwnedValue : VARIANT {
-  OwnedValue() noexcept : VARIANT{} {}
-  OwnedValue(const OwnedValue&) = delete;
-  OwnedValue& operator=(const OwnedValue&) = delete;
-  ~OwnedValue() { VariantClear(this); }
-};
-
-// The number that a value stands for.
-struct Number {
-  ExactNumber exact;
-  double real = 0;
-  int realDigits = 0;  // significant decimal digits of `real`; 0 when the number is exact
-};
-
-Number exactNumber(std::int64_t value, int exponent = 0) noexcept {
-  const bool negative = value < 0;
-  const auto bits = static_cast<std::uint64_t>(value);
-  Number number;
-  number.exact.magnitude = negative ? 0 - bits : bits;
-  number.exact.exponent = exponent;
-  number.exact.negative = negative;
-  return number;
-}
-
-Number unsignedNumber(std::uint64_t value) noexcept {
-  Number number;
-  number.exact.magnitude = value;
-  return number;
-}
-
-Number realNumber(double value, int digits) noexcept {
-  Number number;
-  number.real = value;
-  number.realDigits = digits;
-  return number;
-}
-
-std::optional<Number> numberOf(const VARIANT& value) noexcept {
-  switch (value.vt) {
-    case VT_EMPTY:
-      return Number{};
-    case VT_I1:
-      return exactNumber(value.cVal);
-    case VT_I2:
-      return exactNumber(value.iVal);
-    case VT_BOOL:
-      return exactNumber(value.boolVal);
-    case VT_I4:
-    case VT_INT:
-      return exactNumber(value.lVal);
-    case VT_I8:
-      return exactNumber(value.llVal);
-    case VT_CY:
-      return exactNumber(value.cyVal.int64, -kCurrencyDecimals);
-    case VT_UI1:
-      return unsignedNumber(value.bVal);
-    case VT_UI2:
-      return unsignedNumber(value.uiVal);
-    case VT_UI4:
-    case VT_UINT:
-      return unsignedNumber(value.ulVal);
-    case VT_UI8:
-      return unsignedNumber(value.ullVal);
-    case VT_R4:
-      return realNumber(static_cast<double>(value.fltVal), kSingleDigits);
-    case VT_R8:
-    case VT_DATE:
-      return realNumber(value.dblVal, kRealDigits);
-    case VT_DECIMAL: {
-      Number number;
-      number.exact = exactOf(value.decVal);
-      return number;
-    }
-    case VT_BSTR: {
-      const auto read = parseNumber(viewOf(value.bstrVal));
-      if (!read) return std::nullopt;
-      Number number;
-      number.exact = *read;
-      return number;
-    }
-    default:
-      return std::nullopt;
-  }
-}
-
-std::optional<double> realOf(const Number& number) noexcept {
-  if (number.realDigits != 0) return number.real;
-  return toReal(number.exact);
-}
 
 // Rounded half to even. Nothing when the type has no such number.
 template <class Integer>
 std::optional<Integer> integerOf(const Number& number) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  if (number.realDigits != 0) {
+  if (!number.isExact()) {
     const double rounded = std::nearbyint(number.real);
     const double beyond = std::ldexp(1.0, Limits::digits);
     const double least = Limits::is_signed ? -beyond : 0.0;
@@ -140,7 +46,7 @@ std::optional<Integer> integerOf(const Number& number) noexcept {
 }
 
 std::optional<std::int64_t> currencyOf(const Number& number) noexcept {
-  if (number.realDigits == 0) {
+  if (number.isExact()) {
     ExactNumber scaled = number.exact;
     scaled.exponent += kCurrencyDecimals;
     scaled.isBits = false;
@@ -153,7 +59,7 @@ std::optional<std::int64_t> currencyOf(const Number& number) noexcept {
 }
 
 std::optional<DECIMAL> decimalOf(const Number& number) noexcept {
-  if (number.realDigits == 0) return toDecimal(number.exact);
+  if (number.isExact()) return toDecimal(number.exact);
   const auto digits = parseNumber(realText(number.real, number.realDigits).view());
   return digits ? toDecimal(*digits) : std::nullopt;
 }
@@ -224,8 +130,7 @@ HRESULT toNumber(const VARIANT& source, VARTYPE type, VARIANT& result) noexcept 
     case VT_DECIMAL:
       return store(result.decVal, decimalOf(*number));
     case VT_BOOL: {
-      const bool isTrue =
-          number->realDigits != 0 ? number->real != 0 : number->exact.magnitude != 0;
+      const bool isTrue = !number->isExact() ? number->real != 0 : number->exact.magnitude != 0;
       result.boolVal = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
       return S_OK;
     }
@@ -247,39 +152,16 @@ HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) {
       if ((flags & (VARIANT_ALPHABOOL | kLocalBool)) != 0) {
         return storeText(result, source.boolVal != 0 ? u"True" : u"False");
       }
-      return storeText(result, integerText(std::int64_t{source.boolVal}).view());
-    case VT_I1:
-      return storeText(result, integerText(std::int64_t{source.cVal}).view());
-    case VT_I2:
-      return storeText(result, integerText(std::int64_t{source.iVal}).view());
-    case VT_I4:
-    case VT_INT:
-      return storeText(result, integerText(std::int64_t{source.lVal}).view());
-    case VT_I8:
-      return storeText(result, integerText(source.llVal).view());
-    case VT_UI1:
-      return storeText(result, integerText(std::uint64_t{source.bVal}).view());
-    case VT_UI2:
-      return storeText(result, integerText(std::uint64_t{source.uiVal}).view());
-    case VT_UI4:
-    case VT_UINT:
-      return storeText(result, integerText(std::uint64_t{source.ulVal}).view());
-    case VT_UI8:
-      return storeText(result, integerText(source.ullVal).view());
-    case VT_R4:
-      return storeText(result, realText(static_cast<double>(source.fltVal), kSingleDigits).view());
-    case VT_R8:
-      return storeText(result, realText(source.dblVal, kRealDigits).view());
-    case VT_CY:
-    case VT_DECIMAL:
-      return storeText(result, exactText(numberOf(source)->exact).view());
+      break;
     case VT_DATE: {
       const auto moment = momentOf(source.date);
       return moment ? storeText(result, dateText(*moment)) : E_INVALIDARG;
     }
     default:
-      return DISP_E_TYPEMISMATCH;
+      break;
   }
+  const auto number = numberOf(source);
+  return number ? storeText(result, textOf(*number).view()) : DISP_E_TYPEMISMATCH;
 }
 
 HRESULT textToBool(const VARIANT& source, VARIANT& result) noexcept {

@@ -66,7 +66,7 @@ HRESULT memberId(IDispatch* object, std::u16string_view name, DISPID* id) noexce
   return object->GetIDsOfNames(IID_NULL, &names, 1, 0, id);
 }
 
-IDispatch* newDictionary() noexcept { return Dictionary::make(); }
+IDispatch* newDictionary() noexcept { return makeObject<Dictionary>(); }
 
 HRESULT typeInformation(REFIID, REFCLSID, std::u16string_view className,
                         ITypeInfo** info) noexcept {

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "automation/posix/number_text.h"
+#include "base/characters.h"
 
 namespace quendal::automation {
 namespace {
@@ -21,11 +22,7 @@ constexpr auto kPowers = [] {
   return powers;
 }();
 
-constexpr bool isBlank(char16_t c) noexcept {
-  return c == u' ' || (c >= u'\t' && c <= u'\r') || c == u'\u00A0';
-}
-
-constexpr bool isDigit(char16_t c) noexcept { return c >= u'0' && c <= u'9'; }
+constexpr bool isBlank(char16_t c) noexcept { return isSpace(c) || c == u'\u00A0'; }
 
 // A text that is read from the front.
 class Reader {
@@ -95,34 +92,20 @@ bool readExponent(Reader& in, ExactNumber& number) noexcept {
   return true;
 }
 
-std::optional<unsigned> digitOfBase(char16_t c, unsigned bits) noexcept {
-  unsigned value = 16;
-  if (isDigit(c)) value = static_cast<unsigned>(c - u'0');
-  if (c >= u'a' && c <= u'f') value = static_cast<unsigned>(c - u'a') + 10;
-  if (c >= u'A' && c <= u'F') value = static_cast<unsigned>(c - u'A') + 10;
-  if (value >= 1U << bits) return std::nullopt;
-  return value;
-}
-
 std::optional<ExactNumber> readBits(Reader& in) noexcept {
-  unsigned bits = 0;
-  if (in.skip(u'H') || in.skip(u'h')) {
-    bits = 4;
-  } else if (in.skip(u'O') || in.skip(u'o')) {
-    bits = 3;
-  } else {
-    return std::nullopt;
-  }
+  const char16_t base = asciiLower(in.peek());
+  if (base != u'h' && base != u'o') return std::nullopt;
+  static_cast<void>(in.next());
+  const int bits = base == u'h' ? 4 : 3;
   ExactNumber number;
   number.isBits = true;
   bool any = false;
-  while (const auto digit = digitOfBase(in.peek(), bits)) {
-    static_cast<void>(in.next());
-    any = true;
+  for (int digit = hexValue(in.peek()); digit >= 0 && digit < 1 << bits; any = true) {
     // Saturates far above 64 bits, where every conversion overflows.
-    if (number.magnitude < UInt128{1} << 100) {
-      number.magnitude = number.magnitude << bits | *digit;
-    }
+    if (number.magnitude < UInt128{1} << 100)
+      number.magnitude = number.magnitude << bits | static_cast<unsigned>(digit);
+    static_cast<void>(in.next());
+    digit = hexValue(in.peek());
   }
   in.skipBlanks();
   if (!any || !in.atEnd()) return std::nullopt;

@@ -21,15 +21,6 @@ void append(NumberText& text, std::string_view characters) noexcept {
   for (const char c : characters) append(text, c);
 }
 
-template <class Integer>
-NumberText writeInteger(Integer value) noexcept {
-  Digits digits;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  NumberText text;
-  append(text, {digits.data(), static_cast<std::size_t>(end.ptr - digits.data())});
-  return text;
-}
-
 std::string_view writeMagnitude(UInt128 magnitude, Digits& digits) noexcept {
   std::size_t first = digits.size();
   do {
@@ -50,7 +41,6 @@ void dropTrailingZeros(Scientific& number) noexcept {
   while (number.count > 1 && number.digits[number.count - 1] == '0') --number.count;
 }
 
-constexpr int kRealDigits = std::numeric_limits<double>::digits10;
 constexpr int kMostFives = 27;  // 5^27 is the last power of five that has 64 bits
 
 constexpr auto kFives = [] {
@@ -115,9 +105,6 @@ Scientific scientificOf(double magnitude, int precision) noexcept {
 }
 
 }  // namespace
-
-NumberText integerText(std::int64_t value) noexcept { return writeInteger(value); }
-NumberText integerText(std::uint64_t value) noexcept { return writeInteger(value); }
 
 NumberText realText(double value, int digits) noexcept {
   NumberText text;

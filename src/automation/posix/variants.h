@@ -4,10 +4,25 @@
 #include <quendal/automation.h>
 
 #include <new>
+#include <utility>
 
 #include "automation/element_size.h"
 
 namespace quendal::automation {
+
+/// A value that goes at the end of the scope.
+struct OwnedValue : VARIANT {
+  OwnedValue() noexcept : VARIANT{} {}
+  explicit OwnedValue(const VARIANT& taken) noexcept : VARIANT(taken) {}
+  OwnedValue(OwnedValue&& other) noexcept : VARIANT(other) { other.vt = VT_EMPTY; }
+  OwnedValue& operator=(OwnedValue&& other) noexcept {
+    std::swap<VARIANT>(*this, other);
+    return *this;
+  }
+  ~OwnedValue() {
+    if (vt != VT_EMPTY) VariantClear(this);
+  }
+};
 
 /// True for the tags that a value may carry.
 [[nodiscard]] constexpr bool isValueType(VARTYPE type) noexcept {
