@@ -15,12 +15,8 @@
 
 namespace quendal::automation {
 
-struct EmptyKey {
-  bool operator==(const EmptyKey&) const = default;
-};
-struct NullKey {
-  bool operator==(const NullKey&) const = default;
-};
+enum class EmptyKey : char {};
+enum class NullKey : char {};
 /// The bits of a number that is not whole, so that not-a-number is found again.
 enum class RealKey : std::uint64_t {};
 

@@ -168,35 +168,26 @@ std::optional<UInt128> roundTo(const ExactNumber& number, int decimals) noexcept
 }
 
 std::optional<double> toReal(const ExactNumber& number) noexcept {
-  constexpr UInt128 kExactIntegers = UInt128{1} << std::numeric_limits<double>::digits;
-  constexpr int kExactPower = 22;  // 10^22 is the last power of ten that is a double
+  std::array<char, 80> buffer;
+  std::size_t first = 42;
+  std::size_t last = first;
+  UInt128 rest = number.magnitude;
+  do {
+    buffer[--first] = static_cast<char>('0' + static_cast<int>(rest % 10));
+    rest /= 10;
+  } while (rest != 0);
+  std::int64_t exponent = number.exponent;
+  if (number.truncated) {  // anything above zero there decides the rounding
+    buffer[last++] = '1';
+    --exponent;
+  }
+  buffer[last++] = 'e';
+  const auto end = std::to_chars(buffer.data() + last, buffer.data() + buffer.size(), exponent);
   double result = 0;
-  if (number.magnitude <= kExactIntegers && !number.truncated && number.exponent >= -kExactPower &&
-      number.exponent <= 0) {
-    // One rounding of two exact numbers.
-    result = static_cast<double>(static_cast<std::uint64_t>(number.magnitude));
-    double power = 1;
-    for (std::int64_t i = number.exponent; i < 0; ++i) power *= 10;
-    result /= power;
-  } else if (number.magnitude != 0) {
-    std::array<char, 80> buffer;
-    std::size_t first = 42;
-    std::size_t last = first;
-    for (UInt128 rest = number.magnitude; rest != 0; rest /= 10) {
-      buffer[--first] = static_cast<char>('0' + static_cast<int>(rest % 10));
-    }
-    std::int64_t exponent = number.exponent;
-    if (number.truncated) {  // anything above zero there decides the rounding
-      buffer[last++] = '1';
-      --exponent;
-    }
-    buffer[last++] = 'e';
-    const auto end = std::to_chars(buffer.data() + last, buffer.data() + buffer.size(), exponent);
-    const auto read = std::from_chars(buffer.data() + first, end.ptr, result);
-    if (read.ec != std::errc()) {
-      if (number.exponent > 0) return std::nullopt;
-      result = 0;  // too small for any double
-    }
+  const auto read = std::from_chars(buffer.data() + first, end.ptr, result);
+  if (read.ec != std::errc()) {
+    if (number.exponent > 0) return std::nullopt;
+    result = 0;  // too small for any double
   }
   return number.negative ? -result : result;
 }

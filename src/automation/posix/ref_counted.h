@@ -36,6 +36,16 @@ class RefCounted : public Interfaces... {
   ULONG references_ = 1;
 };
 
+/// Answers QueryInterface for an object that has one interface and IUnknown.
+template <class Interface>
+HRESULT answerFor(Interface* self, REFIID own, REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = iid == own || iid == IID_IUnknown ? self : nullptr;
+  if (*object == nullptr) return E_NOINTERFACE;
+  self->AddRef();
+  return S_OK;
+}
+
 /// A new object with one reference, which the caller owns. Null when memory is short.
 template <class Object, class... Arguments>
 [[nodiscard]] Object* makeObject(Arguments&&... arguments) noexcept {
