@@ -48,8 +48,6 @@ TEST(DateText, Accepted) {
       {dateSerial(2005, 3, 1, 0, 0, 0), u"March 2005|3/2005|2005-03"},
       {dateSerial(thisYear, 3, 5, 0, 0, 0), u"3/5|3-5|March 5|5 March"},
       {dateSerial(1975, 3, 5, 0, 0, 0), u"3/5/75|5 Mar 75"},
-      {dateSerial(1930, 3, 5, 0, 0, 0), u"3/5/30"},
-      {dateSerial(2005, 3, 31, 0, 0, 0), u"31 March 05"},
       {dateSerial(2004, 2, 29, 0, 0, 0), u"2/29/2004|2004-02-29|feb 29 2004"},
       {-1.25, u"12/29/1899 6:00"},
       {-657434, u"1/1/100"},

@@ -3,11 +3,13 @@
 #include <quendal/automation.h>
 
 #include <limits>
+#include <utility>
 
 #include "automation/date_text.h"
 #include "automation/dictionary_abi.h"
 #include "automation/dispatch.h"
 #include "automation/values.h"
+#include "base/date.h"
 #include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
 
@@ -113,11 +115,34 @@ TEST(PosixAutomation, DateTextIsStrictButNumbersConvert) {
   EXPECT_EQ(moment, 38416 + 52200 / 86400.0);
   forEachText(u"45000.5|-1|2005-03-05T|T14:30|2005-03-05T14:30:00Z|,3/5/2005",
               [&](auto wrong) { EXPECT_FALSE(automation::parseDate(wrong, moment)); });
+  // Day before year, and where the centuries of short years part.
+  for (const auto& [given, day] : {std::pair(u"3/5/30", dayOf(1930, 3, 5)),
+                                   {u"3/5/29", dayOf(2029, 3, 5)},
+                                   {u"31 March 05", dayOf(2005, 3, 31)}}) {
+    EXPECT_TRUE(automation::parseDate(given, moment));
+    EXPECT_EQ(moment, day);
+  }
   Value target;
   ASSERT_EQ(VariantChangeTypeEx(&target.value, text(u"45000.5").source(), 0, 0, VT_DATE), S_OK);
   EXPECT_EQ(target.value.date, 45000.5);
   EXPECT_EQ(VariantChangeTypeEx(&target.value, date(2958466 - 1e-8).source(), 0, 0, VT_BSTR),
             E_INVALIDARG);  // rounds into the year 10000
+}
+
+TEST(PosixAutomation, ConvertsWhereSystemsDiffer) {
+  const struct {
+    Value source;
+    VARTYPE type;
+    const char* expected;
+  } rows[] = {{r8(-1.5e-7), VT_BSTR, "-0.00000015"},
+              {date(38415.999999), VT_BSTR, "3/5/2005"},  // to the nearest second
+              {decimal(0, 123445, 5, false), VT_CY, "12344"},
+              {i8(922337203685477), VT_CY, "9223372036854770000"}};
+  for (const auto& row : rows) {
+    Value target;
+    ASSERT_EQ(VariantChangeTypeEx(&target.value, row.source.source(), 0, 0, row.type), S_OK);
+    EXPECT_EQ(show(target.value), row.expected);
+  }
 }
 
 }  // namespace

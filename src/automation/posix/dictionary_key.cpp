@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 #include "automation/posix/number_text.h"
 #include "platform/locale.h"
