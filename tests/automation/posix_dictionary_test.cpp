@@ -124,5 +124,30 @@ TEST_F(PosixDictionaryTest, ItsMakerAndReaderCopyNothing) {
   EXPECT_EQ(reader.next(), S_FALSE);
 }
 
+TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
+  for (int i = 1; i <= 3; ++i) call(u"Add", {i4(i), text(u"item")});
+  DISPPARAMS none{};
+  Value made;
+  ASSERT_EQ(dictionary_->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                                &none, &made.value, nullptr, nullptr),
+            S_OK);
+  void* found = nullptr;
+  ASSERT_EQ(made.value.punkVal->QueryInterface(IID_IEnumVARIANT, &found), S_OK);
+  auto* enumerator = static_cast<IEnumVARIANT*>(found);
+  Value keys[4];
+  ULONG fetched = 0;
+  EXPECT_EQ(enumerator->Next(1, &keys[0].value, &fetched), S_OK);
+  EXPECT_EQ(enumerator->Next(2, &keys[1].value, &fetched), S_OK);
+  EXPECT_EQ(fetched, 2U);
+  EXPECT_EQ(enumerator->Next(1, &keys[3].value, &fetched), S_FALSE);
+  EXPECT_EQ(show(keys[0].value) + show(keys[1].value) + show(keys[2].value), "123");
+  EXPECT_EQ(enumerator->Reset(), S_OK);
+  EXPECT_EQ(enumerator->Skip(2), S_OK);
+  EXPECT_EQ(enumerator->Next(1, &keys[3].value, nullptr), S_OK);
+  EXPECT_EQ(show(keys[3].value), "3");
+  EXPECT_EQ(enumerator->Skip(1), S_FALSE);
+  enumerator->Release();
+}
+
 }  // namespace
 }  // namespace quendal::test

@@ -143,6 +143,18 @@ TEST(PosixAutomation, ConvertsWhereSystemsDiffer) {
     ASSERT_EQ(VariantChangeTypeEx(&target.value, row.source.source(), 0, 0, row.type), S_OK);
     EXPECT_EQ(show(target.value), row.expected);
   }
+  Value target;
+  EXPECT_EQ(VariantChangeTypeEx(&target.value, decimal(0, 1, 29, true).source(), 0, 0, VT_BSTR),
+            E_INVALIDARG);
+}
+
+TEST(PosixAutomation, LockedArraysStayInTheirVariant) {
+  Value held = array(SafeArrayCreateVector(VT_VARIANT, 0, 1));
+  void* data = nullptr;
+  ASSERT_EQ(SafeArrayAccessData(held.value.parray, &data), S_OK);
+  EXPECT_EQ(VariantClear(&held.value), DISP_E_ARRAYISLOCKED);
+  EXPECT_EQ(held.value.vt, VT_ARRAY | VT_VARIANT);
+  EXPECT_EQ(SafeArrayUnaccessData(held.value.parray), S_OK);
 }
 
 }  // namespace
