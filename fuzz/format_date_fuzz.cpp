@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "base/moment.h"
+#include "base/date.h"
 #include "base/text.h"
 #include "strings/date_format.h"
 #include "strings/string_functions.h"

@@ -9,13 +9,15 @@
 
 namespace quendal::automation {
 
-/// A text for a key. It is freed like any other text, but nobody may change it. Null when memory is
-/// short.
-[[nodiscard]] BSTR newKey(std::u16string_view text) noexcept;
+/// A text for a key. Null when memory is short.
+[[nodiscard]] inline BSTR newKey(std::u16string_view text) noexcept {
+  return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
+}
 
-/// A text of newKey's for one more owner: the same, where the system can share it. Null when memory
-/// is short.
-[[nodiscard]] BSTR shareKey(BSTR key) noexcept;
+/// A copy of a key. Null when memory is short.
+[[nodiscard]] inline BSTR shareKey(BSTR key) noexcept {
+  return SysAllocStringLen(key, SysStringLen(key));
+}
 
 /// Makes and fills dictionaries on one thread.
 class DictionaryMaker {
@@ -29,13 +31,9 @@ class DictionaryMaker {
   /// come. Null when the system cannot create one.
   [[nodiscard]] IDictionary* make(std::size_t entries) noexcept;
 
-  /// Adds an entry to a dictionary that it made. The key is a text of newKey's; the item is no
-  /// decimal. Both are the dictionary's from here on, on failure too. The result is that of
-  /// IDictionary::Add.
+  /// Adds an entry to a dictionary that it made. Key and item are the dictionary's from here on, on
+  /// failure too. The result is that of IDictionary::Add.
   [[nodiscard]] HRESULT add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept;
-
-  /// Gives back the room that is left over in a dictionary that it made.
-  void finish(IDictionary& dictionary) noexcept;
 
  private:
   struct Kept;

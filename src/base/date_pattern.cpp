@@ -3,7 +3,7 @@
 #include <array>
 #include <optional>
 
-#include "base/moment.h"
+#include "base/date.h"
 
 namespace quendal {
 namespace {

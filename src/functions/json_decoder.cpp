@@ -229,7 +229,6 @@ void Decoder::closeInnermost(VARIANT& value) {
   if (innermost.dictionary == nullptr) {
     set(value, kVariantArray, &VARIANT::parray, elements_.takeFrom(innermost.firstElement));
   } else {
-    maker_.finish(*innermost.dictionary);
     keys_.membersFrom(innermost.firstPlace) =
         static_cast<std::uint8_t>(std::min<std::size_t>(innermost.members, kMostExpected));
     set<IDispatch*>(value, VT_DISPATCH, &VARIANT::pdispVal, innermost.dictionary.release());

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/moment.h"
+#include "base/date.h"
 
 namespace quendal::strings {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <set>
 
-#include "base/date_serial.h"
+#include "base/date.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/messages.h"

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "automation/dispatch.h"
-#include "automation/windows/reference.h"
+#include "automation/reference.h"
 #include "platform/messages.h"
 #include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"

@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "base/date_serial.h"
+#include "base/date.h"
 #include "base/text.h"
 #include "core/apartment.h"
 #include "tests/core/raw_call.h"

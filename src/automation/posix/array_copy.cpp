@@ -1,11 +1,9 @@
 // Deep copies of arrays. Arrays inside arrays are copied from a list of what is still to do, not
 // by calls within calls: they nest as deep as a page likes.
 #include <cstring>
-#include <new>
 #include <vector>
 
 #include "automation/posix/arrays.h"
-#include "automation/posix/strings.h"
 #include "automation/posix/variants.h"
 
 namespace quendal::automation {
@@ -22,20 +20,18 @@ SAFEARRAY* newArrayLike(const SAFEARRAY& array) noexcept {
   return newArray(elementTypeOf(array), array.cDims, array.rgsabound);
 }
 
-HRESULT copyTexts(const BSTR* from, BSTR* to, std::size_t count) noexcept {
+// Texts or objects: what a value of the type holds is all of the element.
+HRESULT copyPointers(VARTYPE type, void* const* from, void** to, std::size_t count) noexcept {
   for (; count > 0; --count, ++from, ++to) {
-    if (*from == nullptr) continue;
-    *to = newText(viewOf(*from));
-    if (*to == nullptr) return E_OUTOFMEMORY;
+    VARIANT value{};
+    VARIANT copy;
+    value.vt = type;
+    value.byref = *from;
+    const HRESULT result = copyInto(copy, value);
+    if (FAILED(result)) return result;
+    *to = copy.byref;
   }
   return S_OK;
-}
-
-void copyObjects(IUnknown* const* from, IUnknown** to, std::size_t count) noexcept {
-  for (; count > 0; --count, ++from, ++to) {
-    if (*from != nullptr) (*from)->AddRef();
-    *to = *from;
-  }
 }
 
 HRESULT copyValues(const VARIANT* from, VARIANT* to, std::size_t count, CopyList& list) {
@@ -60,13 +56,12 @@ HRESULT copyElements(const ToCopy& arrays, CopyList& list) {
   const void* from = arrays.from->pvData;
   void* to = arrays.to->pvData;
   const std::size_t count = elementCountOf(*arrays.from);
-  switch (elementTypeOf(*arrays.from)) {
+  const VARTYPE type = elementTypeOf(*arrays.from);
+  switch (type) {
     case VT_BSTR:
-      return copyTexts(static_cast<const BSTR*>(from), static_cast<BSTR*>(to), count);
     case VT_UNKNOWN:
     case VT_DISPATCH:
-      copyObjects(static_cast<IUnknown* const*>(from), static_cast<IUnknown**>(to), count);
-      return S_OK;
+      return copyPointers(type, static_cast<void* const*>(from), static_cast<void**>(to), count);
     case VT_VARIANT:
       return copyValues(static_cast<const VARIANT*>(from), static_cast<VARIANT*>(to), count, list);
     default:
@@ -75,19 +70,15 @@ HRESULT copyElements(const ToCopy& arrays, CopyList& list) {
   }
 }
 
-HRESULT copyAll(const ToCopy& outermost) noexcept {
-  try {
-    CopyList list;
-    HRESULT result = copyElements(outermost, list);
-    while (SUCCEEDED(result) && !list.empty()) {
-      const ToCopy next = list.back();
-      list.pop_back();
-      result = copyElements(next, list);
-    }
-    return result;
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
+HRESULT copyAll(const ToCopy& outermost) {
+  CopyList list{outermost};
+  HRESULT result = S_OK;
+  while (SUCCEEDED(result) && !list.empty()) {
+    const ToCopy next = list.back();
+    list.pop_back();
+    result = copyElements(next, list);
   }
+  return result;
 }
 
 }  // namespace
@@ -102,7 +93,7 @@ HRESULT SafeArrayCopy(SAFEARRAY* source, SAFEARRAY** target) noexcept {
   if (source->cDims == 0 || elementTypeOf(*source) == VT_EMPTY) return E_INVALIDARG;
   SAFEARRAY* copy = newArrayLike(*source);
   if (copy == nullptr) return E_OUTOFMEMORY;
-  const HRESULT result = copyAll({source, copy});
+  const HRESULT result = guarded([&] { return copyAll({source, copy}); });
   if (FAILED(result)) {
     SafeArrayDestroy(copy);
     return result;

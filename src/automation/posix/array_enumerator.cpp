@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <memory>
-#include <new>
 
 #include "automation/posix/ref_counted.h"
+#include "automation/posix/variants.h"
 
 namespace quendal::automation {
 namespace {
@@ -17,12 +17,7 @@ class ArrayEnumerator final : public RefCounted<IEnumVARIANT> {
       : array_(std::move(array)), position_(position) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (!(iid == IID_IEnumVARIANT) && !(iid == IID_IUnknown)) return E_NOINTERFACE;
-    *object = static_cast<IEnumVARIANT*>(this);
-    AddRef();
-    return S_OK;
+    return answerFor<IEnumVARIANT>(this, IID_IEnumVARIANT, iid, object);
   }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* fetched) override {
@@ -70,12 +65,10 @@ class ArrayEnumerator final : public RefCounted<IEnumVARIANT> {
 
 HRESULT enumerateArray(SAFEARRAY* taken, IUnknown** enumerator) noexcept {
   *enumerator = nullptr;
-  try {
-    *enumerator = makeObject<ArrayEnumerator>(SharedArray(taken, &SafeArrayDestroy), ULONG{0});
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;  // the array is gone: its owner destroys it when it cannot be made
-  }
-  return *enumerator == nullptr ? E_OUTOFMEMORY : S_OK;
+  return guarded([&] {  // an owner that cannot be made destroys the array
+    *enumerator = new ArrayEnumerator(SharedArray(taken, &SafeArrayDestroy), 0);
+    return S_OK;
+  });
 }
 
 }  // namespace quendal::automation

@@ -19,8 +19,6 @@ using Block = std::unique_ptr<std::byte, Freed>;
 
 static_assert(sizeof(ArrayRecord) % alignof(SAFEARRAY) == 0);
 
-constexpr std::size_t kSmallArray = 512;  // bytes of elements that need no block of their own
-
 ArrayRecord& recordOf(SAFEARRAY& array) noexcept {
   return *reinterpret_cast<ArrayRecord*>(reinterpret_cast<std::byte*>(&array) -
                                          sizeof(ArrayRecord));
@@ -63,45 +61,27 @@ std::size_t descriptorSize(UINT dimensions) noexcept {
   return sizeof(SAFEARRAY) + (dimensions - 1) * sizeof(SAFEARRAYBOUND);
 }
 
-// Where the elements of a small array start out: behind the descriptor, in the same block.
-void* placeBehind(SAFEARRAY& array) noexcept {
-  return reinterpret_cast<std::byte*>(&array) + descriptorSize(array.cDims);
-}
-
-bool ownsElements(SAFEARRAY& array) noexcept { return array.pvData != placeBehind(array); }
-
 void destroyArray(Teardown& note) noexcept {
   SAFEARRAY& array = arrayOf(note);
   ++array.cLocks;  // an object that goes may reach the array once more, but not change its size
   destroyElements(recordOf(array).type, array.pvData, elementCountOf(array));
-  if (ownsElements(array)) std::free(array.pvData);
+  std::free(array.pvData);
   std::free(&recordOf(array));
 }
 
-// Gives the elements a block of this size; `kept` bytes of them come along. False without memory.
-bool moveElements(SAFEARRAY& array, std::size_t size, std::size_t kept) noexcept {
-  const bool isOwner = ownsElements(array);
-  void* moved = isOwner ? std::realloc(array.pvData, size) : std::malloc(size);
+// Makes room for so many bytes of elements; those there are come along as far as they go. Growth by
+// little leaves room for more of it, so that adding elements one by one costs little per element;
+// memory goes back once most of it is unused. False without memory.
+bool makeRoom(SAFEARRAY& array, std::size_t bytes) noexcept {
+  const std::size_t capacity = recordOf(array).capacity;
+  if (bytes <= capacity && bytes >= capacity / 4) return true;
+  std::size_t size = std::max<std::size_t>(bytes, 1);
+  if (bytes > capacity) size = std::max(bytes, std::min(capacity + capacity / 2, kLargestArray));
+  void* moved = std::realloc(array.pvData, size);
   if (moved == nullptr) return false;
-  if (!isOwner) std::memcpy(moved, array.pvData, kept);
   array.pvData = moved;
   recordOf(array).capacity = static_cast<std::uint32_t>(size);
   return true;
-}
-
-// Makes room for `bytes` bytes of elements, more than there are. Growth by little leaves room for
-// more of it, so that adding elements one by one costs little per element.
-bool reserve(SAFEARRAY& array, std::size_t bytes, std::size_t kept) noexcept {
-  const std::size_t capacity = recordOf(array).capacity;
-  if (bytes <= capacity) return true;
-  const std::size_t roomy = std::max(bytes, std::min(capacity + capacity / 2, kLargestArray));
-  return moveElements(array, roomy, kept);
-}
-
-// Gives memory back once most of it is unused.
-void trim(SAFEARRAY& array, std::size_t bytes) noexcept {
-  if (bytes >= recordOf(array).capacity / 4 || !ownsElements(array)) return;
-  static_cast<void>(moveElements(array, std::max<std::size_t>(bytes, 1), bytes));
 }
 
 const SAFEARRAYBOUND* dimensionOf(const SAFEARRAY& array, UINT dimension) noexcept {
@@ -140,10 +120,10 @@ SAFEARRAY* newArray(VARTYPE type, UINT dimensions, const SAFEARRAYBOUND* bounds)
   if (!hasElements) bytes = 0;
 
   const std::size_t capacity = std::max<std::size_t>(bytes, 1);
-  const bool isSmall = capacity <= kSmallArray;
-  const std::size_t head = sizeof(ArrayRecord) + descriptorSize(dimensions);
-  Block block(static_cast<std::byte*>(std::malloc(isSmall ? head + capacity : head)));
-  if (block == nullptr) return nullptr;
+  Block elements(static_cast<std::byte*>(std::calloc(capacity, 1)));
+  Block block(
+      static_cast<std::byte*>(std::malloc(sizeof(ArrayRecord) + descriptorSize(dimensions))));
+  if (elements == nullptr || block == nullptr) return nullptr;
   auto* record = new (block.get())
       ArrayRecord{{nullptr, &destroyArray}, static_cast<std::uint32_t>(capacity), type};
   auto* array = new (block.get() + sizeof(ArrayRecord)) SAFEARRAY{};
@@ -151,9 +131,7 @@ SAFEARRAY* newArray(VARTYPE type, UINT dimensions, const SAFEARRAYBOUND* bounds)
   array->fFeatures = featuresOf(record->type);
   array->cbElements = size;
   std::memcpy(array->rgsabound, bounds, dimensions * sizeof(SAFEARRAYBOUND));
-  array->pvData =
-      isSmall ? std::memset(placeBehind(*array), 0, capacity) : std::calloc(capacity, 1);
-  if (array->pvData == nullptr) return nullptr;
+  array->pvData = elements.release();
   static_cast<void>(block.release());
   return array;
 }
@@ -226,7 +204,7 @@ HRESULT SafeArrayRedim(SAFEARRAY* array, SAFEARRAYBOUND* bound) noexcept {
   if (!scale(bytes, bound->cElements)) return E_OUTOFMEMORY;
 
   if (bytes > oldBytes) {
-    if (!reserve(*array, bytes, oldBytes)) return E_OUTOFMEMORY;
+    if (!makeRoom(*array, bytes)) return E_OUTOFMEMORY;
     std::memset(static_cast<std::byte*>(array->pvData) + oldBytes, 0, bytes - oldBytes);
     array->rgsabound[0] = *bound;
     return S_OK;
@@ -236,7 +214,7 @@ HRESULT SafeArrayRedim(SAFEARRAY* array, SAFEARRAYBOUND* bound) noexcept {
   destroyElements(recordOf(*array).type, static_cast<std::byte*>(array->pvData) + bytes,
                   (oldBytes - bytes) / array->cbElements);
   --array->cLocks;
-  if (array->cLocks == 0) trim(*array, bytes);
+  if (array->cLocks == 0) static_cast<void>(makeRoom(*array, bytes));
   return S_OK;
 }
 

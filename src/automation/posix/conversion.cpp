@@ -6,118 +6,24 @@
 #include <type_traits>
 
 #include "automation/date_text.h"
-#include "automation/posix/civil_date.h"
 #include "automation/posix/date_text.h"
 #include "automation/posix/number_text.h"
-#include "automation/posix/ref_counted.h"
 #include "automation/posix/strings.h"
 #include "automation/posix/variants.h"
+#include "automation/reference.h"
+#include "base/text.h"
 
 namespace quendal::automation {
 namespace {
 
-constexpr USHORT kLocalBool = 16;  // VARIANT_LOCALBOOL: here the same as VARIANT_ALPHABOOL
-constexpr int kRealDigits = 15;
-constexpr int kSingleDigits = 7;
-constexpr int kCurrencyDecimals = 4;
+constexpr USHORT kLocalBool = 16;    // VARIANT_LOCALBOOL: here the same as VARIANT_ALPHABOOL
 constexpr int kDeepestDefault = 32;  // objects whose default value is an object, and so on
-
-// A value that goes at the end of the scope.
-struct OwnedValue : VARIANT {
-  OwnedValue() noexcept : VARIANT{} {}
-  OwnedValue(const OwnedValue&) = delete;
-  OwnedValue& operator=(const OwnedValue&) = delete;
-  ~OwnedValue() { VariantClear(this); }
-};
-
-// The number that a value stands for.
-struct Number {
-  ExactNumber exact;
-  double real = 0;
-  int realDigits = 0;  // significant decimal digits of `real`; 0 when the number is exact
-};
-
-Number exactNumber(std::int64_t value, int exponent = 0) noexcept {
-  const bool negative = value < 0;
-  const auto bits = static_cast<std::uint64_t>(value);
-  Number number;
-  number.exact.magnitude = negative ? 0 - bits : bits;
-  number.exact.exponent = exponent;
-  number.exact.negative = negative;
-  return number;
-}
-
-Number unsignedNumber(std::uint64_t value) noexcept {
-  Number number;
-  number.exact.magnitude = value;
-  return number;
-}
-
-Number realNumber(double value, int digits) noexcept {
-  Number number;
-  number.real = value;
-  number.realDigits = digits;
-  return number;
-}
-
-std::optional<Number> numberOf(const VARIANT& value) noexcept {
-  switch (value.vt) {
-    case VT_EMPTY:
-      return Number{};
-    case VT_I1:
-      return exactNumber(value.cVal);
-    case VT_I2:
-      return exactNumber(value.iVal);
-    case VT_BOOL:
-      return exactNumber(value.boolVal);
-    case VT_I4:
-    case VT_INT:
-      return exactNumber(value.lVal);
-    case VT_I8:
-      return exactNumber(value.llVal);
-    case VT_CY:
-      return exactNumber(value.cyVal.int64, -kCurrencyDecimals);
-    case VT_UI1:
-      return unsignedNumber(value.bVal);
-    case VT_UI2:
-      return unsignedNumber(value.uiVal);
-    case VT_UI4:
-    case VT_UINT:
-      return unsignedNumber(value.ulVal);
-    case VT_UI8:
-      return unsignedNumber(value.ullVal);
-    case VT_R4:
-      return realNumber(static_cast<double>(value.fltVal), kSingleDigits);
-    case VT_R8:
-    case VT_DATE:
-      return realNumber(value.dblVal, kRealDigits);
-    case VT_DECIMAL: {
-      Number number;
-      number.exact = exactOf(value.decVal);
-      return number;
-    }
-    case VT_BSTR: {
-      const auto read = parseNumber(viewOf(value.bstrVal));
-      if (!read) return std::nullopt;
-      Number number;
-      number.exact = *read;
-      return number;
-    }
-    default:
-      return std::nullopt;
-  }
-}
-
-std::optional<double> realOf(const Number& number) noexcept {
-  if (number.realDigits != 0) return number.real;
-  return toReal(number.exact);
-}
 
 // Rounded half to even. Nothing when the type has no such number.
 template <class Integer>
 std::optional<Integer> integerOf(const Number& number) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  if (number.realDigits != 0) {
+  if (!number.isExact()) {
     const double rounded = std::nearbyint(number.real);
     const double beyond = std::ldexp(1.0, Limits::digits);
     const double least = Limits::is_signed ? -beyond : 0.0;
@@ -140,7 +46,7 @@ std::optional<Integer> integerOf(const Number& number) noexcept {
 }
 
 std::optional<std::int64_t> currencyOf(const Number& number) noexcept {
-  if (number.realDigits == 0) {
+  if (number.isExact()) {
     ExactNumber scaled = number.exact;
     scaled.exponent += kCurrencyDecimals;
     scaled.isBits = false;
@@ -153,7 +59,7 @@ std::optional<std::int64_t> currencyOf(const Number& number) noexcept {
 }
 
 std::optional<DECIMAL> decimalOf(const Number& number) noexcept {
-  if (number.realDigits == 0) return toDecimal(number.exact);
+  if (number.isExact()) return toDecimal(number.exact);
   const auto digits = parseNumber(realText(number.real, number.realDigits).view());
   return digits ? toDecimal(*digits) : std::nullopt;
 }
@@ -224,8 +130,7 @@ HRESULT toNumber(const VARIANT& source, VARTYPE type, VARIANT& result) noexcept 
     case VT_DECIMAL:
       return store(result.decVal, decimalOf(*number));
     case VT_BOOL: {
-      const bool isTrue =
-          number->realDigits != 0 ? number->real != 0 : number->exact.magnitude != 0;
+      const bool isTrue = !number->isExact() ? number->real != 0 : number->exact.magnitude != 0;
       result.boolVal = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
       return S_OK;
     }
@@ -239,7 +144,7 @@ HRESULT storeText(VARIANT& result, std::u16string_view text) noexcept {
   return result.bstrVal == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
-HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) noexcept {
+HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) {
   switch (source.vt) {
     case VT_EMPTY:
       return storeText(result, {});
@@ -247,62 +152,29 @@ HRESULT toText(const VARIANT& source, USHORT flags, VARIANT& result) noexcept {
       if ((flags & (VARIANT_ALPHABOOL | kLocalBool)) != 0) {
         return storeText(result, source.boolVal != 0 ? u"True" : u"False");
       }
-      return storeText(result, integerText(std::int64_t{source.boolVal}).view());
-    case VT_I1:
-      return storeText(result, integerText(std::int64_t{source.cVal}).view());
-    case VT_I2:
-      return storeText(result, integerText(std::int64_t{source.iVal}).view());
-    case VT_I4:
-    case VT_INT:
-      return storeText(result, integerText(std::int64_t{source.lVal}).view());
-    case VT_I8:
-      return storeText(result, integerText(source.llVal).view());
-    case VT_UI1:
-      return storeText(result, integerText(std::uint64_t{source.bVal}).view());
-    case VT_UI2:
-      return storeText(result, integerText(std::uint64_t{source.uiVal}).view());
-    case VT_UI4:
-    case VT_UINT:
-      return storeText(result, integerText(std::uint64_t{source.ulVal}).view());
-    case VT_UI8:
-      return storeText(result, integerText(source.ullVal).view());
-    case VT_R4:
-      return storeText(result, realText(static_cast<double>(source.fltVal), kSingleDigits).view());
-    case VT_R8:
-      return storeText(result, realText(source.dblVal, kRealDigits).view());
-    case VT_CY:
-    case VT_DECIMAL:
-      return storeText(result, exactText(numberOf(source)->exact).view());
+      break;
     case VT_DATE: {
-      NumberText text;
-      if (!writeDateText(source.date, text)) return E_INVALIDARG;
-      return storeText(result, text.view());
+      const auto moment = momentOf(source.date);
+      return moment ? storeText(result, dateText(*moment)) : E_INVALIDARG;
     }
     default:
-      return DISP_E_TYPEMISMATCH;
+      break;
   }
-}
-
-bool isWord(std::u16string_view text, std::u16string_view lowerCase) noexcept {
-  if (text.size() != lowerCase.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t c = text[i];
-    if ((c >= u'A' && c <= u'Z' ? c + 32 : c) != lowerCase[i]) return false;
-  }
-  return true;
+  const auto number = numberOf(source);
+  return number ? storeText(result, textOf(*number).view()) : DISP_E_TYPEMISMATCH;
 }
 
 HRESULT textToBool(const VARIANT& source, VARIANT& result) noexcept {
   const std::u16string_view text = viewOf(source.bstrVal);
-  const bool isTrue = isWord(text, u"true") || isWord(text, u"#true#");
-  if (!isTrue && !isWord(text, u"false") && !isWord(text, u"#false#")) {
+  const bool isTrue = equalNoCase(text, u"true") || equalNoCase(text, u"#true#");
+  if (!isTrue && !equalNoCase(text, u"false") && !equalNoCase(text, u"#false#")) {
     return toNumber(source, VT_BOOL, result);
   }
   result.boolVal = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
   return S_OK;
 }
 
-HRESULT textToDate(const VARIANT& source, VARIANT& result) noexcept {
+HRESULT textToDate(const VARIANT& source, VARIANT& result) {
   if (parseDate(viewOf(source.bstrVal), result.date)) return S_OK;
   return toNumber(source, VT_DATE, result);
 }
@@ -343,7 +215,7 @@ HRESULT takeDefaultValue(OwnedValue& held, VARIANT& value) noexcept {
 bool isObject(VARTYPE type) noexcept { return type == VT_DISPATCH || type == VT_UNKNOWN; }
 
 // Converts a value that is not of the type yet.
-HRESULT convert(const VARIANT& value, USHORT flags, VARTYPE type, VARIANT& result) noexcept {
+HRESULT convert(const VARIANT& value, USHORT flags, VARTYPE type, VARIANT& result) {
   if (((value.vt | type) & VT_ARRAY) != 0) return DISP_E_TYPEMISMATCH;
   if (value.vt == VT_ERROR || type == VT_ERROR) return DISP_E_TYPEMISMATCH;
   if (value.vt == VT_DECIMAL && !isDecimal(value.decVal)) return E_INVALIDARG;
@@ -387,7 +259,7 @@ HRESULT VariantChangeTypeEx(VARIANTARG* target, const VARIANTARG* source, LCID, 
   if (value.vt == type) {
     status = copyInto(result, value);
   } else {
-    status = convert(value, flags, type, result);
+    status = guarded([&] { return convert(value, flags, type, result); });
     if (SUCCEEDED(status)) result.vt = type;  // last: a decimal lies over the tag
   }
   return FAILED(status) ? status : replaceValue(*target, result);

@@ -1,10 +1,12 @@
 #include "automation/posix/date_text.h"
 
 #include <array>
+#include <initializer_list>
 #include <optional>
 
 #include "automation/date_text.h"
-#include "automation/posix/civil_date.h"
+#include "base/date.h"
+#include "base/text.h"
 #include "platform/clock.h"
 
 namespace quendal::automation {
@@ -16,27 +18,12 @@ constexpr std::array<std::u16string_view, 12> kMonths{
 constexpr std::array<std::u16string_view, 7> kWeekdays{
     u"sunday", u"monday", u"tuesday", u"wednesday", u"thursday", u"friday", u"saturday"};
 
-constexpr bool isBlank(char16_t c) noexcept { return c == u' ' || (c >= u'\t' && c <= u'\r'); }
-constexpr bool isDigit(char16_t c) noexcept { return c >= u'0' && c <= u'9'; }
-constexpr char16_t lower(char16_t c) noexcept {
-  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
-}
-constexpr bool isLetter(char16_t c) noexcept { return lower(c) >= u'a' && lower(c) <= u'z'; }
-
-// True when `word` is `name`, given in lower case, without regard to case.
-bool isName(std::u16string_view word, std::u16string_view name) noexcept {
-  if (word.size() != name.size()) return false;
-  for (std::size_t i = 0; i < word.size(); ++i) {
-    if (lower(word[i]) != name[i]) return false;
-  }
-  return true;
-}
-
 // Index of the name that a word is, in full or by its first three letters; -1 when it is none.
 template <std::size_t kCount>
 int indexOf(std::u16string_view word, const std::array<std::u16string_view, kCount>& names) {
   for (std::size_t i = 0; i < kCount; ++i) {
-    if (isName(word, names[i]) || isName(word, names[i].substr(0, 3))) return static_cast<int>(i);
+    if (equalNoCase(word, names[i]) || equalNoCase(word, names[i].substr(0, 3)))
+      return static_cast<int>(i);
   }
   return -1;
 }
@@ -60,7 +47,7 @@ class Scanner {
 
   void advance() noexcept {
     afterBlank = false;
-    while (position_ < text_.size() && isBlank(text_[position_])) {
+    while (position_ < text_.size() && isSpace(text_[position_])) {
       ++position_;
       afterBlank = true;
     }
@@ -101,11 +88,11 @@ class Scanner {
       token = Token::Month;
     } else if (indexOf(word, kWeekdays) >= 0) {
       token = Token::Weekday;
-    } else if (isName(word, u"am")) {
+    } else if (equalNoCase(word, u"am")) {
       token = Token::Am;
-    } else if (isName(word, u"pm")) {
+    } else if (equalNoCase(word, u"pm")) {
       token = Token::Pm;
-    } else if (isName(word, u"t")) {
+    } else if (equalNoCase(word, u"t")) {
       mark = u'T';
       token = Token::Mark;
     } else {
@@ -124,12 +111,16 @@ int yearOf(const Number& number) noexcept {
 
 bool isYearOnly(const Number& number) noexcept { return number.digits > 2 || number.value > 31; }
 
-int currentYear() noexcept { return dateOf(static_cast<std::int32_t>(platform::localNow())).year; }
+int currentYear() noexcept { return momentOf(platform::localNow())->year; }
 
-// The first of some readings of the numbers that is a date.
-std::optional<CivilDate> firstDate(std::initializer_list<CivilDate> readings) noexcept {
-  for (const CivilDate& date : readings) {
-    if (isCivilDate(date)) return date;
+struct Reading {
+  int year, month, day;
+};
+
+// The day of the first of some readings of the numbers that is a date.
+std::optional<int> firstDay(std::initializer_list<Reading> readings) noexcept {
+  for (const Reading& reading : readings) {
+    if (const auto day = dayOf(reading.year, reading.month, reading.day)) return day;
   }
   return std::nullopt;
 }
@@ -231,47 +222,47 @@ class DateReader {
     return true;
   }
 
-  [[nodiscard]] std::optional<CivilDate> namedMonthDate() const noexcept {
+  [[nodiscard]] std::optional<int> namedMonthDate() const noexcept {
     const Number& first = numbers_[0];
     if (count_ == 1) {
       return isYearOnly(first)
-                 ? firstDate({{yearOf(first), month_, 1}})
-                 : firstDate({{currentYear(), month_, first.value}, {yearOf(first), month_, 1}});
+                 ? firstDay({{yearOf(first), month_, 1}})
+                 : firstDay({{currentYear(), month_, first.value}, {yearOf(first), month_, 1}});
     }
     if (count_ != 2) return std::nullopt;
     const Number& second = numbers_[1];
-    return isYearOnly(first) ? firstDate({{yearOf(first), month_, second.value}})
-                             : firstDate({{yearOf(second), month_, first.value}});
+    return isYearOnly(first) ? firstDay({{yearOf(first), month_, second.value}})
+                             : firstDay({{yearOf(second), month_, first.value}});
   }
 
-  [[nodiscard]] std::optional<CivilDate> numberDate() const noexcept {
+  [[nodiscard]] std::optional<int> numberDate() const noexcept {
     if (joins_ + 1 != count_) return std::nullopt;
     const Number& a = numbers_[0];
     const Number& b = numbers_[1];
     const Number& c = numbers_[2];
     if (count_ == 2) {
-      return firstDate({{currentYear(), a.value, b.value},
-                        {currentYear(), b.value, a.value},
-                        {yearOf(b), a.value, 1},
-                        {yearOf(a), b.value, 1}});
+      return firstDay({{currentYear(), a.value, b.value},
+                       {currentYear(), b.value, a.value},
+                       {yearOf(b), a.value, 1},
+                       {yearOf(a), b.value, 1}});
     }
     if (count_ != 3) return std::nullopt;
-    const CivilDate yearMonthDay{yearOf(a), b.value, c.value};
-    const CivilDate yearDayMonth{yearOf(a), c.value, b.value};
-    if (isYearOnly(a)) return firstDate({yearMonthDay, yearDayMonth});
-    return firstDate(
+    const Reading yearMonthDay{yearOf(a), b.value, c.value};
+    const Reading yearDayMonth{yearOf(a), c.value, b.value};
+    if (isYearOnly(a)) return firstDay({yearMonthDay, yearDayMonth});
+    return firstDay(
         {{yearOf(c), a.value, b.value}, yearMonthDay, yearDayMonth, {yearOf(c), b.value, a.value}});
   }
 
   bool finish(double& date) const noexcept {
     if (count_ == 0 && month_ == 0 && !hasWeekday_) {
       if (!hasTime_) return false;
-      date = joinDate(0, seconds_);
+      date = dateOf(0, seconds_);
       return true;
     }
     const auto day = month_ != 0 ? namedMonthDate() : numberDate();
     if (!day) return false;
-    date = joinDate(daysOf(*day), seconds_);
+    date = dateOf(*day, seconds_);
     return true;
   }
 
@@ -288,42 +279,24 @@ class DateReader {
   char16_t separator_ = u'\0';  // the one that this date uses
 };
 
-void append(NumberText& text, std::u16string_view characters) noexcept {
-  for (const char16_t c : characters) text.characters[text.length++] = c;
-}
-
-void append(NumberText& text, int number, int digits) noexcept {
-  const NumberText written = integerText(std::int64_t{number});
-  for (auto missing = static_cast<std::size_t>(digits); missing > written.length; --missing) {
-    append(text, u"0");
-  }
-  append(text, written.view());
+std::u16string twoDigits(unsigned number) {
+  return (number < 10 ? u"0" : u"") + decimalText(number);
 }
 
 }  // namespace
 
 bool parseDate(std::u16string_view text, double& date) { return DateReader(text).read(date); }
 
-bool writeDateText(double date, NumberText& text) noexcept {
-  DateParts parts;
-  if (!splitDate(date, parts)) return false;
-  text.length = 0;
-  if (parts.days != 0) {
-    append(text, parts.date.month, 1);
-    append(text, u"/");
-    append(text, parts.date.day, 1);
-    append(text, u"/");
-    append(text, parts.date.year, 1);
-    if (parts.seconds == 0) return true;
-    append(text, u" ");
+std::u16string dateText(const Moment& at) {
+  std::u16string text;
+  if (dayOf(at.year, static_cast<int>(at.month), static_cast<int>(at.day)) != 0) {
+    text = decimalText(at.month) + u"/" + decimalText(at.day) + u"/" + decimalText(at.year);
+    if (at.hour == 0 && at.minute == 0 && at.second == 0) return text;
+    text += u" ";
   }
-  append(text, parts.hour % 12 == 0 ? 12 : parts.hour % 12, 1);
-  append(text, u":");
-  append(text, parts.minute, 2);
-  append(text, u":");
-  append(text, parts.second, 2);
-  append(text, parts.hour < 12 ? u" AM" : u" PM");
-  return true;
+  text += decimalText(at.hour % 12 == 0 ? 12 : at.hour % 12);
+  text += u":" + twoDigits(at.minute) + u":" + twoDigits(at.second);
+  return text + (at.hour < 12 ? u" AM" : u" PM");
 }
 
 }  // namespace quendal::automation

@@ -1,14 +1,13 @@
 // Dates as text, as an English (United States) locale writes them.
 #pragma once
 
-#include <quendal/automation.h>
+#include <string>
 
-#include "automation/posix/number_text.h"
+#include "base/date.h"
 
 namespace quendal::automation {
 
-/// "3/5/2005 2:07:09 PM"; the date alone at midnight, the time alone on day 0. False when the
-/// value is no date.
-[[nodiscard]] bool writeDateText(double date, NumberText& text) noexcept;
+/// "3/5/2005 2:07:09 PM"; the date alone at midnight, the time alone on day 0.
+[[nodiscard]] std::u16string dateText(const Moment& at);
 
 }  // namespace quendal::automation

@@ -1,10 +1,12 @@
 #include "automation/posix/dictionary.h"
 
-#include <new>
+#include <quendal/text.h>
+
+#include <utility>
 
 #include "automation/posix/array_enumerator.h"
-#include "automation/posix/strings.h"
 #include "automation/posix/variants.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 namespace {
@@ -40,77 +42,16 @@ HRESULT fail(int number) noexcept {
   return hresult(0x800A0000U + static_cast<std::uint32_t>(number));
 }
 
-// Runs a member's body; memory that is short becomes its result.
-template <class Body>
-HRESULT guarded(Body body) noexcept {
-  try {
-    return body();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  }
+HRESULT take(const VARIANT* passed, OwnedValue& copy) noexcept {
+  return passed == nullptr ? E_POINTER : VariantCopyInd(&copy, passed);
 }
 
-// A key as a caller passed it. `value` and `key` share its contents.
-struct PassedKey {
-  VARIANT value;
-  DictionaryKey key;
-
-  HRESULT read(const VARIANT* passed, const DictionaryTable& table) {
-    if (passed == nullptr) return E_POINTER;
-    HRESULT result = borrowValue(*passed, value);
-    if (SUCCEEDED(result)) result = readKey(value, key);
-    if (SUCCEEDED(result)) key.hash = hashOf(key, table.ignoresCase());
-    return result;
-  }
-};
-
-// A copy that goes unless it is given away.
-class Copy {
- public:
-  Copy() = default;
-  Copy(const Copy&) = delete;
-  Copy& operator=(const Copy&) = delete;
-  ~Copy() { VariantClear(&value_); }
-
-  HRESULT take(const VARIANT& source) noexcept { return VariantCopyInd(&value_, &source); }
-  [[nodiscard]] const VARIANT& value() const noexcept { return value_; }
-  void given() noexcept { value_ = VARIANT{}; }
-
- private:
-  VARIANT value_{};
-};
-
-// An array of one field of each entry.
-HRESULT listOf(const DictionaryTable& table, VARIANT DictionaryTable::Entry::*field,
-               VARIANT* list) noexcept {
-  if (list == nullptr) return E_POINTER;
-  *list = VARIANT{};
-  SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(table.size()));
-  if (array == nullptr) return E_OUTOFMEMORY;
-  auto* next = static_cast<VARIANT*>(array->pvData);
-  const HRESULT result = table.forEach(
-      [&](const DictionaryTable::Entry& entry) { return copyInto(*next++, entry.*field); });
-  if (FAILED(result)) {
-    SafeArrayDestroy(array);
-    return result;
-  }
-  list->vt = VT_ARRAY | VT_VARIANT;
-  list->parray = array;
-  return S_OK;
-}
-
-/// An array that somebody walks cannot go; whoever would take it out is refused.
+// An array that somebody walks cannot go; whoever would take it out is refused.
 bool isLockedArray(const VARIANT& value) noexcept {
   return (value.vt & VT_ARRAY) != 0 && value.parray != nullptr && value.parray->cLocks > 0;
 }
 
 }  // namespace
-
-Dictionary* Dictionary::make(std::size_t room) noexcept {
-  static_assert(sizeof(Dictionary) % alignof(DictionaryTable::Entry) == 0);
-  void* block = std::malloc(sizeof(Dictionary) + room * sizeof(DictionaryTable::Entry));
-  return block == nullptr ? nullptr : new (block) Dictionary(room);
-}
 
 HRESULT Dictionary::QueryInterface(REFIID iid, void** object) {
   if (object == nullptr) return E_POINTER;
@@ -139,22 +80,16 @@ HRESULT Dictionary::InterfaceSupportsErrorInfo(REFIID iid) {
 }
 
 HRESULT Dictionary::addText(BSTR takenKey, VARIANT& takenItem) noexcept {
-  const HRESULT result = guarded([&] {
-    const bool isHashed = isSharedText(takenKey) && !table_.ignoresCase();
-    const std::uint32_t hash =
-        isHashed ? hashOfShared(takenKey) : hashOf(textKey(viewOf(takenKey)), table_.ignoresCase());
-    DictionaryTable::Entry* entry = table_.appendNewText(takenKey, hash);
-    if (entry == nullptr) return fail(kKeyExists);
-    entry->item.vt = takenItem.vt;  // its two parts, as they were written a moment ago
-    entry->item.llVal = takenItem.llVal;
-    takenItem.vt = VT_EMPTY;
+  DictionaryTable::Entry entry{OwnedValue(std::exchange(takenItem, VARIANT{})), {}};
+  entry.key.vt = VT_BSTR;
+  entry.key.bstrVal = takenKey;
+  return guarded([&] {
+    const DictionaryKey key = viewOf(takenKey);
+    entry.hash = hashOf(key, table_.ignoresCase());
+    if (table_.find(key, entry.hash) != nullptr) return fail(kKeyExists);
+    table_.append(std::move(entry));
     return S_OK;
   });
-  if (FAILED(result)) {
-    SysFreeString(takenKey);
-    VariantClear(&takenItem);
-  }
-  return result;
 }
 
 void Dictionary::reserve(std::size_t count) noexcept {
@@ -164,52 +99,43 @@ void Dictionary::reserve(std::size_t count) noexcept {
   }));
 }
 
-void Dictionary::trim() noexcept {
-  static_cast<void>(guarded([&] {
-    table_.trim();
-    return S_OK;
-  }));
+HRESULT Dictionary::read(const VARIANT* passed, PassedKey& key) const {
+  if (passed == nullptr) return E_POINTER;
+  HRESULT result = borrowValue(*passed, key.value);
+  if (SUCCEEDED(result)) result = readKey(key.value, key.key);
+  if (SUCCEEDED(result)) key.hash = hashOf(key.key, table_.ignoresCase());
+  return result;
 }
 
-HRESULT Dictionary::appendCopy(const DictionaryKey& key, const VARIANT& keyValue,
-                               const VARIANT& item) {
-  Copy keyCopy;
-  Copy itemCopy;
-  HRESULT result = keyCopy.take(keyValue);
-  if (SUCCEEDED(result)) result = itemCopy.take(item);
-  if (FAILED(result)) return result;
-  table_.append(key, keyCopy.value(), itemCopy.value());
-  keyCopy.given();
-  itemCopy.given();
-  return S_OK;
+HRESULT Dictionary::append(const PassedKey& key, OwnedValue&& item) {
+  DictionaryTable::Entry entry{std::move(item), {}, key.hash};
+  const HRESULT result = copyInto(entry.key, key.value);
+  if (SUCCEEDED(result)) table_.append(std::move(entry));
+  return result;
 }
 
 HRESULT Dictionary::Add(VARIANT* key, VARIANT* item) {
   return guarded([&] {
     PassedKey passed;
-    if (item == nullptr) return E_POINTER;
-    const HRESULT result = passed.read(key, table_);
+    OwnedValue copy;
+    HRESULT result = take(item, copy);  // first: what it calls may change the key
+    if (SUCCEEDED(result)) result = read(key, passed);
     if (FAILED(result)) return result;
-    if (table_.find(passed.key) != DictionaryTable::kNone) return fail(kKeyExists);
-    return appendCopy(passed.key, passed.value, *item);
+    return find(passed) == nullptr ? append(passed, std::move(copy)) : fail(kKeyExists);
   });
 }
 
 HRESULT Dictionary::put_Item(VARIANT* key, VARIANT* item) {
   return guarded([&] {
     PassedKey passed;
-    if (item == nullptr) return E_POINTER;
-    HRESULT result = passed.read(key, table_);
+    OwnedValue copy;
+    HRESULT result = take(item, copy);  // first: what it calls may change the key
+    if (SUCCEEDED(result)) result = read(key, passed);
     if (FAILED(result)) return result;
-    const std::size_t position = table_.find(passed.key);
-    if (position == DictionaryTable::kNone) return appendCopy(passed.key, passed.value, *item);
-    if (isLockedArray(table_.at(position).item)) return DISP_E_ARRAYISLOCKED;
-    Copy copy;
-    result = copy.take(*item);
-    if (FAILED(result)) return result;
-    VARIANT old = table_.exchangeItem(position, copy.value());
-    copy.given();
-    VariantClear(&old);
+    DictionaryTable::Entry* entry = find(passed);
+    if (entry == nullptr) return append(passed, std::move(copy));
+    if (isLockedArray(entry->item)) return DISP_E_ARRAYISLOCKED;
+    std::swap(entry->item, copy);  // the old one goes when the new one is in place
     return S_OK;
   });
 }
@@ -221,11 +147,10 @@ HRESULT Dictionary::get_Item(VARIANT* key, VARIANT* item) {
     PassedKey passed;
     if (item == nullptr) return E_POINTER;
     *item = VARIANT{};
-    const HRESULT result = passed.read(key, table_);
+    const HRESULT result = read(key, passed);
     if (FAILED(result)) return result;
-    const std::size_t position = table_.find(passed.key);
-    if (position == DictionaryTable::kNone) return appendCopy(passed.key, passed.value, VARIANT{});
-    return copyInto(*item, table_.at(position).item);
+    const DictionaryTable::Entry* entry = find(passed);
+    return entry == nullptr ? append(passed, {}) : copyInto(*item, entry->item);
   });
 }
 
@@ -240,40 +165,49 @@ HRESULT Dictionary::Exists(VARIANT* key, VARIANT_BOOL* exists) {
     PassedKey passed;
     if (exists == nullptr) return E_POINTER;
     *exists = VARIANT_FALSE;
-    const HRESULT result = passed.read(key, table_);
+    const HRESULT result = read(key, passed);
     if (FAILED(result)) return result;
-    if (table_.find(passed.key) != DictionaryTable::kNone) *exists = VARIANT_TRUE;
+    if (find(passed) != nullptr) *exists = VARIANT_TRUE;
     return S_OK;
   });
 }
 
-HRESULT Dictionary::Items(VARIANT* items) {
-  return listOf(table_, &DictionaryTable::Entry::item, items);
+// An array of one field of each entry.
+HRESULT Dictionary::list(OwnedValue DictionaryTable::Entry::*field, VARIANT* list) const noexcept {
+  if (list == nullptr) return E_POINTER;
+  *list = VARIANT{};
+  OwnedValue made;
+  made.parray = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(table_.size()));
+  if (made.parray == nullptr) return E_OUTOFMEMORY;
+  made.vt = VT_ARRAY | VT_VARIANT;
+  auto* next = static_cast<VARIANT*>(made.parray->pvData);
+  for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i) {
+    const HRESULT result = copyInto(*next++, entry->*field);
+    if (FAILED(result)) return result;
+  }
+  std::swap<VARIANT>(*list, made);
+  return S_OK;
 }
 
-HRESULT Dictionary::Keys(VARIANT* keys) {
-  return listOf(table_, &DictionaryTable::Entry::key, keys);
-}
+HRESULT Dictionary::Items(VARIANT* items) { return list(&DictionaryTable::Entry::item, items); }
+
+HRESULT Dictionary::Keys(VARIANT* keys) { return list(&DictionaryTable::Entry::key, keys); }
 
 HRESULT Dictionary::put_Key(VARIANT* key, VARIANT* newKey) {
   return guarded([&] {
     PassedKey passed;
     PassedKey renamed;
-    HRESULT result = passed.read(key, table_);
-    if (SUCCEEDED(result)) result = renamed.read(newKey, table_);
+    OwnedValue copy;
+    HRESULT result = take(newKey, copy);
+    if (SUCCEEDED(result)) result = read(&copy, renamed);
+    if (SUCCEEDED(result)) result = read(key, passed);
     if (FAILED(result)) return result;
-    const std::size_t position = table_.find(passed.key);
-    const std::size_t taken = table_.find(renamed.key);
-    if (taken != DictionaryTable::kNone && taken != position) return fail(kKeyExists);
-    if (position == DictionaryTable::kNone) {  // as the platform's: a new key without an item
-      return appendCopy(renamed.key, renamed.value, VARIANT{});
-    }
-    Copy copy;
-    result = copy.take(renamed.value);
-    if (FAILED(result)) return result;
-    VARIANT old = table_.exchangeKey(position, renamed.key, copy.value());
-    copy.given();
-    VariantClear(&old);
+    DictionaryTable::Entry* entry = find(passed);
+    const DictionaryTable::Entry* taken = find(renamed);
+    if (taken != nullptr && taken != entry) return fail(kKeyExists);
+    // As the platform's: renaming what is not there adds the new key without an item.
+    if (entry == nullptr) return append(renamed, {});
+    copy = table_.rename(*entry, std::move(copy), renamed.hash);
     return S_OK;
   });
 }
@@ -281,32 +215,28 @@ HRESULT Dictionary::put_Key(VARIANT* key, VARIANT* newKey) {
 HRESULT Dictionary::Remove(VARIANT* key) {
   return guarded([&] {
     PassedKey passed;
-    const HRESULT result = passed.read(key, table_);
+    const HRESULT result = read(key, passed);
     if (FAILED(result)) return result;
-    const std::size_t position = table_.find(passed.key);
-    if (position == DictionaryTable::kNone) return fail(kNotFound);
-    if (isLockedArray(table_.at(position).item)) return DISP_E_ARRAYISLOCKED;
-    DictionaryTable::Entry removed = table_.remove(position);
-    VariantClear(&removed.key);
-    VariantClear(&removed.item);
+    DictionaryTable::Entry* entry = find(passed);
+    if (entry == nullptr) return fail(kNotFound);
+    if (isLockedArray(entry->item)) return DISP_E_ARRAYISLOCKED;
+    const DictionaryTable::Entry removed = table_.remove(*entry);
     return S_OK;
   });
 }
 
 HRESULT Dictionary::RemoveAll() {
+  for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i)
+    if (isLockedArray(entry->item)) return DISP_E_ARRAYISLOCKED;
   // Out of the object first: what an item does as it goes may lead back here.
-  return guarded([&] {
-    for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i)
-      if (isLockedArray(entry->item)) return DISP_E_ARRAYISLOCKED;
-    const DictionaryTable removed(table_);
-    return S_OK;
-  });
+  const DictionaryTable removed = std::exchange(table_, DictionaryTable(table_.ignoresCase()));
+  return S_OK;
 }
 
 HRESULT Dictionary::put_CompareMode(int mode) {
   if (mode < 0 || table_.size() > 0) return fail(kInvalidCall);
   compareMode_ = mode;
-  table_.setIgnoreCase(mode != 0);
+  table_ = DictionaryTable(mode != 0);
   return S_OK;
 }
 
@@ -329,10 +259,10 @@ HRESULT Dictionary::get_HashVal(VARIANT* key, VARIANT* hash) {
     PassedKey passed;
     if (hash == nullptr) return E_POINTER;
     *hash = VARIANT{};
-    const HRESULT result = passed.read(key, table_);
+    const HRESULT result = read(key, passed);
     if (FAILED(result)) return result;
     hash->vt = VT_I4;
-    hash->lVal = static_cast<LONG>(passed.key.hash & 0x7FFFFFFFU);
+    hash->lVal = static_cast<LONG>(passed.hash & 0x7FFFFFFFU);
     return S_OK;
   });
 }

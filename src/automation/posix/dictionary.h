@@ -13,12 +13,10 @@ namespace quendal::automation {
 /// that cannot be set.
 class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, private Teardown {
  public:
-  /// A new one with one reference, which the caller owns, and with room for some entries in its
-  /// own block. Null when memory is short.
-  [[nodiscard]] static Dictionary* make(std::size_t room = kUsualRoom) noexcept;
+  Dictionary() noexcept { run = &destroyAll; }
 
   /// Adds an item under a text without copying them: both belong to the dictionary from here on, on
-  /// failure too. The item is no decimal, and Empty afterwards. Error 457 when the key exists.
+  /// failure too. Error 457 when the key exists.
   HRESULT addText(BSTR takenKey, VARIANT& takenItem) noexcept;
 
   /// The object as this class, with a reference that the caller owns; null when it is another.
@@ -32,9 +30,6 @@ class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, priv
 
   /// Makes room for this many entries in all. Without memory for them nothing happens.
   void reserve(std::size_t count) noexcept;
-
-  /// Gives back memory that is reserved and not used, when that is more than growth leaves.
-  void trim() noexcept;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override;
@@ -64,20 +59,21 @@ class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, priv
   HRESULT STDMETHODCALLTYPE get_HashVal(VARIANT* key, VARIANT* hash) override;
 
  private:
-  static constexpr std::size_t kUsualRoom = 4;
+  // A key as a caller passed it. `value` and `key` share its contents.
+  struct PassedKey {
+    VARIANT value;
+    DictionaryKey key;
+    std::uint32_t hash = 0;
+  };
 
-  // The room for entries follows the object, so its memory is its own affair.
-  explicit Dictionary(std::size_t room) noexcept
-      : table_(reinterpret_cast<DictionaryTable::Entry*>(this + 1), room) {
-    run = &destroyAll;
-  }
-  static void* operator new(std::size_t, void* block) noexcept { return block; }
-  static void operator delete(void* block) noexcept { std::free(block); }
   ~Dictionary() override = default;
   void destroy() noexcept override { tearDown(*this); }
   static void destroyAll(Teardown& self) noexcept { delete static_cast<Dictionary*>(&self); }
 
-  HRESULT appendCopy(const DictionaryKey& key, const VARIANT& keyValue, const VARIANT& item);
+  HRESULT read(const VARIANT* passed, PassedKey& key) const;
+  DictionaryTable::Entry* find(const PassedKey& key) { return table_.find(key.key, key.hash); }
+  HRESULT append(const PassedKey& key, OwnedValue&& item);
+  HRESULT list(OwnedValue DictionaryTable::Entry::*field, VARIANT* list) const noexcept;
   HRESULT call(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result);
 
   DictionaryTable table_;

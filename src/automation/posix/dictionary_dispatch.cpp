@@ -1,9 +1,10 @@
 // The dictionary's members by name and number, as a script calls them.
-#include <array>
 #include <string_view>
 
 #include "automation/dispatch.h"
 #include "automation/posix/dictionary.h"
+#include "automation/reference.h"
+#include "base/text.h"
 
 namespace quendal::automation {
 namespace {
@@ -22,40 +23,27 @@ constexpr DISPID kHashVal = 10;
 constexpr WORD kGet = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr WORD kPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
+// How many arguments a member takes when it is called or read, and when it is set.
+constexpr int kNot = -1;
 struct Member {
-  std::u16string_view name;  // in lower case
+  std::u16string_view name;
   DISPID id;
+  int called;
+  int set;
 };
-constexpr std::array<Member, 12> kMembers{{{u"item", kItem},
-                                           {u"add", kDictionaryAdd},
-                                           {u"count", kCount},
-                                           {u"exists", kExists},
-                                           {u"items", kItems},
-                                           {u"key", kKey},
-                                           {u"keys", kKeys},
-                                           {u"remove", kRemove},
-                                           {u"removeall", kRemoveAll},
-                                           {u"comparemode", kCompareMode},
-                                           {u"hashval", kHashVal},
-                                           {u"_newenum", DISPID_NEWENUM}}};
+constexpr Member kMembers[] = {{u"Item", kItem, 1, 2},
+                               {u"Add", kDictionaryAdd, 2, kNot},
+                               {u"Count", kCount, 0, kNot},
+                               {u"Exists", kExists, 1, kNot},
+                               {u"Items", kItems, 0, kNot},
+                               {u"Key", kKey, kNot, 2},
+                               {u"Keys", kKeys, 0, kNot},
+                               {u"Remove", kRemove, 1, kNot},
+                               {u"RemoveAll", kRemoveAll, 0, kNot},
+                               {u"CompareMode", kCompareMode, 0, 1},
+                               {u"HashVal", kHashVal, 1, kNot},
+                               {u"_NewEnum", DISPID_NEWENUM, 0, kNot}};
 
-bool isName(std::u16string_view given, std::u16string_view lowerCase) noexcept {
-  if (given.size() != lowerCase.size()) return false;
-  for (std::size_t i = 0; i < given.size(); ++i) {
-    const char16_t c = given[i];
-    if ((c >= u'A' && c <= u'Z' ? c + 32 : c) != lowerCase[i]) return false;
-  }
-  return true;
-}
-
-DISPID idOf(std::u16string_view name) noexcept {
-  for (const Member& member : kMembers) {
-    if (isName(name, member.name)) return member.id;
-  }
-  return DISPID_UNKNOWN;
-}
-
-// How a member may be called, and with how many arguments.
 HRESULT checkCall(DISPID id, WORD flags, const DISPPARAMS& params) noexcept {
   const bool isPut = (flags & kPut) != 0;
   if (params.cNamedArgs > 1 ||
@@ -63,40 +51,13 @@ HRESULT checkCall(DISPID id, WORD flags, const DISPPARAMS& params) noexcept {
                                   params.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT))) {
     return DISP_E_NONAMEDARGS;
   }
-  UINT arguments = 0;
-  switch (id) {
-    case kItem:
-      arguments = isPut ? 2 : 1;
-      break;
-    case kKey:
-      if (!isPut) return DISP_E_MEMBERNOTFOUND;
-      arguments = 2;
-      break;
-    case kCompareMode:
-      arguments = isPut ? 1 : 0;
-      break;
-    case kDictionaryAdd:
-      if (isPut) return DISP_E_MEMBERNOTFOUND;
-      arguments = 2;
-      break;
-    case kExists:
-    case kRemove:
-    case kHashVal:
-      if (isPut) return DISP_E_MEMBERNOTFOUND;
-      arguments = 1;
-      break;
-    case kCount:
-    case kItems:
-    case kKeys:
-    case kRemoveAll:
-    case DISPID_NEWENUM:
-      if (isPut) return DISP_E_MEMBERNOTFOUND;
-      break;
-    default:
-      return DISP_E_MEMBERNOTFOUND;
+  for (const Member& member : kMembers) {
+    if (member.id != id) continue;
+    const int arguments = isPut ? member.set : member.called;
+    if (arguments == kNot || (flags & (kPut | kGet)) == 0) break;
+    return params.cArgs == static_cast<UINT>(arguments) ? S_OK : DISP_E_BADPARAMCOUNT;
   }
-  if (!isPut && (flags & kGet) == 0) return DISP_E_MEMBERNOTFOUND;
-  return params.cArgs == arguments ? S_OK : DISP_E_BADPARAMCOUNT;
+  return DISP_E_MEMBERNOTFOUND;
 }
 
 // Moves the thread's error information into a caller's record.
@@ -133,7 +94,8 @@ HRESULT Dictionary::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DIS
   if (names == nullptr || ids == nullptr || count == 0) return E_INVALIDARG;
   for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;  // parameters have no names
   if (names[0] == nullptr) return E_INVALIDARG;
-  ids[0] = idOf(names[0]);
+  for (const Member& member : kMembers)
+    if (equalNoCase(names[0], member.name)) ids[0] = member.id;
   return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
 }
 

@@ -11,39 +11,28 @@
 
 #include <cstdint>
 #include <string_view>
+#include <variant>
 
 namespace quendal::automation {
 
-/// A key in a form that compares. It shares the text of the value it was made of.
-struct DictionaryKey {
-  enum class Kind : std::uint8_t { Empty, Null, Text, Integer, Real, Object };
+enum class EmptyKey : char {};
+enum class NullKey : char {};
+/// The bits of a number that is not whole, so that not-a-number is found again.
+enum class RealKey : std::uint64_t {};
 
-  Kind kind = Kind::Empty;
-  std::u16string_view text;
-  std::int64_t integer = 0;  // of whole numbers, whatever their type
-  double real = 0;           // of all other numbers
-  const void* object = nullptr;
-  std::uint32_t hash = 0;  // as the dictionary that is asked compares
-};
+/// A key in a form that compares. It shares the text of the value it was made of. Whole numbers are
+/// std::int64_t, objects the one pointer by which they are known.
+using DictionaryKey =
+    std::variant<EmptyKey, NullKey, std::u16string_view, std::int64_t, RealKey, const void*>;
 
 /// Reads a value that is not a reference as a key. DISP_E_TYPEMISMATCH for what is no key.
 [[nodiscard]] HRESULT readKey(const VARIANT& value, DictionaryKey& key) noexcept;
 
-/// A key of text.
-[[nodiscard]] inline DictionaryKey textKey(std::u16string_view text) noexcept {
-  DictionaryKey key;
-  key.kind = DictionaryKey::Kind::Text;
-  key.text = text;
-  return key;
-}
-
-/// True when a key is the same as one that is stored as `value`. Comparing without case can throw
-/// std::bad_alloc.
-[[nodiscard]] bool isSameKey(const DictionaryKey& key, const VARIANT& value, bool ignoreCase);
+/// Throws std::bad_alloc when it compares without case.
+[[nodiscard]] bool isSameKey(const DictionaryKey& a, const DictionaryKey& b, bool ignoreCase);
 
 /// A hash that keys which are the same share. Nobody outside knows what goes into it, so that texts
 /// with one hash cannot be made up by whoever sends them.
 [[nodiscard]] std::uint32_t hashOf(const DictionaryKey& key, bool ignoreCase);
-[[nodiscard]] std::uint32_t hashOfText(std::u16string_view text) noexcept;
 
 }  // namespace quendal::automation

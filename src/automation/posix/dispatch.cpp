@@ -16,12 +16,7 @@ class ClassName final : public RefCounted<ITypeInfo> {
   explicit ClassName(std::u16string_view name) : name_(name) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (!(iid == IID_ITypeInfo) && !(iid == IID_IUnknown)) return E_NOINTERFACE;
-    *object = static_cast<ITypeInfo*>(this);
-    AddRef();
-    return S_OK;
+    return answerFor<ITypeInfo>(this, IID_ITypeInfo, iid, object);
   }
 
   HRESULT STDMETHODCALLTYPE GetDocumentation(MEMBERID id, BSTR* name, BSTR* help, DWORD* context,
@@ -66,7 +61,7 @@ HRESULT memberId(IDispatch* object, std::u16string_view name, DISPID* id) noexce
   return object->GetIDsOfNames(IID_NULL, &names, 1, 0, id);
 }
 
-IDispatch* newDictionary() noexcept { return Dictionary::make(); }
+IDispatch* newDictionary() noexcept { return makeObject<Dictionary>(); }
 
 HRESULT typeInformation(REFIID, REFCLSID, std::u16string_view className,
                         ITypeInfo** info) noexcept {

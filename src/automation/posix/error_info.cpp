@@ -1,37 +1,29 @@
-#include <quendal/automation.h>
+#include <quendal/text.h>
 
 #include <utility>
 
 #include "automation/posix/ref_counted.h"
-#include "automation/posix/strings.h"
+#include "automation/posix/variants.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 namespace {
 
-// A text that one object owns.
-class OwnedText {
- public:
-  OwnedText() = default;
-  OwnedText(const OwnedText&) = delete;
-  OwnedText& operator=(const OwnedText&) = delete;
-  ~OwnedText() { SysFreeString(text_); }
-
-  HRESULT set(const OLECHAR* text) noexcept {
-    BSTR copy = SysAllocString(text);
-    if (copy == nullptr && text != nullptr) return E_OUTOFMEMORY;
-    SysFreeString(std::exchange(text_, copy));
+HRESULT set(Text& field, const OLECHAR* text) noexcept {
+  return guarded([&] {
+    field = text == nullptr ? Text() : Text(text);
     return S_OK;
-  }
+  });
+}
 
-  HRESULT copyTo(BSTR* out) const noexcept {
-    if (out == nullptr) return E_POINTER;
-    *out = text_ == nullptr ? nullptr : newText(viewOf(text_));
-    return *out == nullptr && text_ != nullptr ? E_OUTOFMEMORY : S_OK;
-  }
-
- private:
-  BSTR text_ = nullptr;
-};
+HRESULT copy(const Text& field, BSTR* out) noexcept {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  return guarded([&] {
+    *out = Text(field).release();
+    return S_OK;
+  });
+}
 
 class ErrorInfo final : public RefCounted<ICreateErrorInfo, IErrorInfo> {
  public:
@@ -53,11 +45,11 @@ class ErrorInfo final : public RefCounted<ICreateErrorInfo, IErrorInfo> {
     guid_ = guid;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE SetSource(LPOLESTR source) override { return source_.set(source); }
+  HRESULT STDMETHODCALLTYPE SetSource(LPOLESTR source) override { return set(source_, source); }
   HRESULT STDMETHODCALLTYPE SetDescription(LPOLESTR text) override {
-    return description_.set(text);
+    return set(description_, text);
   }
-  HRESULT STDMETHODCALLTYPE SetHelpFile(LPOLESTR file) override { return helpFile_.set(file); }
+  HRESULT STDMETHODCALLTYPE SetHelpFile(LPOLESTR file) override { return set(helpFile_, file); }
   HRESULT STDMETHODCALLTYPE SetHelpContext(DWORD context) override {
     helpContext_ = context;
     return S_OK;
@@ -68,11 +60,9 @@ class ErrorInfo final : public RefCounted<ICreateErrorInfo, IErrorInfo> {
     *guid = guid_;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE GetSource(BSTR* source) override { return source_.copyTo(source); }
-  HRESULT STDMETHODCALLTYPE GetDescription(BSTR* text) override {
-    return description_.copyTo(text);
-  }
-  HRESULT STDMETHODCALLTYPE GetHelpFile(BSTR* file) override { return helpFile_.copyTo(file); }
+  HRESULT STDMETHODCALLTYPE GetSource(BSTR* source) override { return copy(source_, source); }
+  HRESULT STDMETHODCALLTYPE GetDescription(BSTR* text) override { return copy(description_, text); }
+  HRESULT STDMETHODCALLTYPE GetHelpFile(BSTR* file) override { return copy(helpFile_, file); }
   HRESULT STDMETHODCALLTYPE GetHelpContext(DWORD* context) override {
     if (context == nullptr) return E_POINTER;
     *context = helpContext_;
@@ -81,9 +71,9 @@ class ErrorInfo final : public RefCounted<ICreateErrorInfo, IErrorInfo> {
 
  private:
   GUID guid_ = GUID_NULL;
-  OwnedText source_;
-  OwnedText description_;
-  OwnedText helpFile_;
+  Text source_;
+  Text description_;
+  Text helpFile_;
   DWORD helpContext_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "automation/posix/number_text.h"
+#include "base/characters.h"
 
 namespace quendal::automation {
 namespace {
@@ -21,11 +22,7 @@ constexpr auto kPowers = [] {
   return powers;
 }();
 
-constexpr bool isBlank(char16_t c) noexcept {
-  return c == u' ' || (c >= u'\t' && c <= u'\r') || c == u'\u00A0';
-}
-
-constexpr bool isDigit(char16_t c) noexcept { return c >= u'0' && c <= u'9'; }
+constexpr bool isBlank(char16_t c) noexcept { return isSpace(c) || c == u'\u00A0'; }
 
 // A text that is read from the front.
 class Reader {
@@ -95,34 +92,20 @@ bool readExponent(Reader& in, ExactNumber& number) noexcept {
   return true;
 }
 
-std::optional<unsigned> digitOfBase(char16_t c, unsigned bits) noexcept {
-  unsigned value = 16;
-  if (isDigit(c)) value = static_cast<unsigned>(c - u'0');
-  if (c >= u'a' && c <= u'f') value = static_cast<unsigned>(c - u'a') + 10;
-  if (c >= u'A' && c <= u'F') value = static_cast<unsigned>(c - u'A') + 10;
-  if (value >= 1U << bits) return std::nullopt;
-  return value;
-}
-
 std::optional<ExactNumber> readBits(Reader& in) noexcept {
-  unsigned bits = 0;
-  if (in.skip(u'H') || in.skip(u'h')) {
-    bits = 4;
-  } else if (in.skip(u'O') || in.skip(u'o')) {
-    bits = 3;
-  } else {
-    return std::nullopt;
-  }
+  const char16_t base = asciiLower(in.peek());
+  if (base != u'h' && base != u'o') return std::nullopt;
+  static_cast<void>(in.next());
+  const int bits = base == u'h' ? 4 : 3;
   ExactNumber number;
   number.isBits = true;
   bool any = false;
-  while (const auto digit = digitOfBase(in.peek(), bits)) {
-    static_cast<void>(in.next());
-    any = true;
+  for (int digit = hexValue(in.peek()); digit >= 0 && digit < 1 << bits; any = true) {
     // Saturates far above 64 bits, where every conversion overflows.
-    if (number.magnitude < UInt128{1} << 100) {
-      number.magnitude = number.magnitude << bits | *digit;
-    }
+    if (number.magnitude < UInt128{1} << 100)
+      number.magnitude = number.magnitude << bits | static_cast<unsigned>(digit);
+    static_cast<void>(in.next());
+    digit = hexValue(in.peek());
   }
   in.skipBlanks();
   if (!any || !in.atEnd()) return std::nullopt;
@@ -185,35 +168,26 @@ std::optional<UInt128> roundTo(const ExactNumber& number, int decimals) noexcept
 }
 
 std::optional<double> toReal(const ExactNumber& number) noexcept {
-  constexpr UInt128 kExactIntegers = UInt128{1} << std::numeric_limits<double>::digits;
-  constexpr int kExactPower = 22;  // 10^22 is the last power of ten that is a double
+  std::array<char, 80> buffer;
+  std::size_t first = 42;
+  std::size_t last = first;
+  UInt128 rest = number.magnitude;
+  do {
+    buffer[--first] = static_cast<char>('0' + static_cast<int>(rest % 10));
+    rest /= 10;
+  } while (rest != 0);
+  std::int64_t exponent = number.exponent;
+  if (number.truncated) {  // anything above zero there decides the rounding
+    buffer[last++] = '1';
+    --exponent;
+  }
+  buffer[last++] = 'e';
+  const auto end = std::to_chars(buffer.data() + last, buffer.data() + buffer.size(), exponent);
   double result = 0;
-  if (number.magnitude <= kExactIntegers && !number.truncated && number.exponent >= -kExactPower &&
-      number.exponent <= 0) {
-    // One rounding of two exact numbers.
-    result = static_cast<double>(static_cast<std::uint64_t>(number.magnitude));
-    double power = 1;
-    for (std::int64_t i = number.exponent; i < 0; ++i) power *= 10;
-    result /= power;
-  } else if (number.magnitude != 0) {
-    std::array<char, 80> buffer;
-    std::size_t first = 42;
-    std::size_t last = first;
-    for (UInt128 rest = number.magnitude; rest != 0; rest /= 10) {
-      buffer[--first] = static_cast<char>('0' + static_cast<int>(rest % 10));
-    }
-    std::int64_t exponent = number.exponent;
-    if (number.truncated) {  // anything above zero there decides the rounding
-      buffer[last++] = '1';
-      --exponent;
-    }
-    buffer[last++] = 'e';
-    const auto end = std::to_chars(buffer.data() + last, buffer.data() + buffer.size(), exponent);
-    const auto read = std::from_chars(buffer.data() + first, end.ptr, result);
-    if (read.ec != std::errc()) {
-      if (number.exponent > 0) return std::nullopt;
-      result = 0;  // too small for any double
-    }
+  const auto read = std::from_chars(buffer.data() + first, end.ptr, result);
+  if (read.ec != std::errc()) {
+    if (number.exponent > 0) return std::nullopt;
+    result = 0;  // too small for any double
   }
   return number.negative ? -result : result;
 }

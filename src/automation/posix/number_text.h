@@ -1,5 +1,5 @@
-// Numbers as text, in the form of an English (United States) locale, and exact decimal arithmetic
-// between the types.
+// Numbers of values and as text, in the form of an English (United States) locale, and exact
+// decimal arithmetic between the types.
 #pragma once
 
 #include <quendal/automation.h>
@@ -43,6 +43,25 @@ struct ExactNumber {
 /// or beyond the 96 bits are rounded off.
 [[nodiscard]] std::optional<DECIMAL> toDecimal(ExactNumber number) noexcept;
 
+/// The number that a value stands for: exact, or a double.
+struct Number {
+  ExactNumber exact;
+  double real = 0;
+  int realDigits = 0;  // significant decimal digits of `real`; 0 when the number is exact
+
+  [[nodiscard]] bool isExact() const noexcept { return realDigits == 0; }
+};
+
+constexpr int kRealDigits = 15;
+constexpr int kSingleDigits = 7;
+constexpr int kCurrencyDecimals = 4;
+
+/// Of numbers, dates, Booleans, Empty and text that is a number; nothing for any other value.
+[[nodiscard]] std::optional<Number> numberOf(const VARIANT& value) noexcept;
+
+/// The nearest double; nothing when there is none that large.
+[[nodiscard]] std::optional<double> realOf(const Number& number) noexcept;
+
 /// A number's text; long enough for any.
 struct NumberText {
   std::array<char16_t, 48> characters;
@@ -51,16 +70,17 @@ struct NumberText {
   [[nodiscard]] std::u16string_view view() const noexcept { return {characters.data(), length}; }
 };
 
-[[nodiscard]] NumberText integerText(std::int64_t value) noexcept;
-[[nodiscard]] NumberText integerText(std::uint64_t value) noexcept;
-
 /// With at most `digits` significant digits, 15 for a double and 7 for a single. Plain while that
 /// takes no more than `digits` digits before the point, or after it for a number below 1; otherwise
 /// scientific ("1.5E+20", "3.33333333333333E-02").
 [[nodiscard]] NumberText realText(double value, int digits) noexcept;
 
-/// Plain digits without trailing zeros after the point: for currency and decimals, whose exponent
-/// is from 0 down to -28.
+/// Plain digits without trailing zeros after the point: for integers, currency and decimals, whose
+/// exponent is from 0 down to -28.
 [[nodiscard]] NumberText exactText(const ExactNumber& number) noexcept;
+
+[[nodiscard]] inline NumberText textOf(const Number& number) noexcept {
+  return number.isExact() ? exactText(number.exact) : realText(number.real, number.realDigits);
+}
 
 }  // namespace quendal::automation

@@ -36,6 +36,16 @@ class RefCounted : public Interfaces... {
   ULONG references_ = 1;
 };
 
+/// Answers QueryInterface for an object that has one interface and IUnknown.
+template <class Interface>
+HRESULT answerFor(Interface* self, REFIID own, REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = iid == own || iid == IID_IUnknown ? self : nullptr;
+  if (*object == nullptr) return E_NOINTERFACE;
+  self->AddRef();
+  return S_OK;
+}
+
 /// A new object with one reference, which the caller owns. Null when memory is short.
 template <class Object, class... Arguments>
 [[nodiscard]] Object* makeObject(Arguments&&... arguments) noexcept {
@@ -45,29 +55,5 @@ template <class Object, class... Arguments>
     return nullptr;
   }
 }
-
-/// Owns one reference.
-template <class Interface>
-class Reference {
- public:
-  Reference() = default;
-  explicit Reference(Interface* taken) noexcept : object_(taken) {}
-  Reference(Reference&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  Reference& operator=(Reference&& other) noexcept {
-    std::swap(object_, other.object_);
-    return *this;
-  }
-  ~Reference() {
-    if (object_ != nullptr) object_->Release();
-  }
-
-  [[nodiscard]] Interface* get() const noexcept { return object_; }
-  [[nodiscard]] Interface* release() noexcept { return std::exchange(object_, nullptr); }
-  Interface* operator->() const noexcept { return object_; }
-  explicit operator bool() const noexcept { return object_ != nullptr; }
-
- private:
-  Interface* object_ = nullptr;
-};
 
 }  // namespace quendal::automation

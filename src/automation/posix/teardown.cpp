@@ -1,38 +1,31 @@
 #include "automation/posix/teardown.h"
 
+#include <utility>
+
 namespace quendal::automation {
 namespace {
 
 constexpr int kLevelsAtOnce = 16;
 
-struct Progress {
-  Teardown* pending = nullptr;
-  int level = 0;
-};
-
-constinit thread_local Progress progress;
-
-void runOne(Progress& state, Teardown& container) noexcept {
-  ++state.level;
-  container.run(container);
-  --state.level;
-}
+constinit thread_local int level = 0;
+constinit thread_local Teardown* noted = nullptr;
 
 }  // namespace
 
 void tearDown(Teardown& container) noexcept {
-  Progress& state = progress;
-  if (state.level == kLevelsAtOnce) {
-    container.next = state.pending;
-    state.pending = &container;
+  if (level == kLevelsAtOnce) {
+    container.next = std::exchange(noted, &container);
     return;
   }
-  runOne(state, container);
-  while (state.level == 0 && state.pending != nullptr) {
-    Teardown& next = *state.pending;
-    state.pending = next.next;
-    runOne(state, next);
-  }
+  Teardown* next = &container;
+  do {
+    ++level;
+    next->run(*next);
+    --level;
+    if (level > 0) return;
+    next = noted;
+    if (next != nullptr) noted = next->next;
+  } while (next != nullptr);
 }
 
 }  // namespace quendal::automation

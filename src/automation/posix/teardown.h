@@ -4,8 +4,7 @@
 // Destroying one by plain recursion would need stack in proportion, and overflow it. So every
 // container destroys itself through `tearDown`: a few levels run at once, in the usual order;
 // anything deeper is only noted in a list and runs when the outermost call comes back to it. The
-// note lives inside the container, so destruction needs no memory. When the outermost call
-// returns, everything is gone.
+// note lives inside the container, so destruction needs no memory.
 #pragma once
 
 namespace quendal::automation {

@@ -4,12 +4,6 @@
 
 namespace quendal::automation {
 
-BSTR newKey(std::u16string_view text) noexcept {
-  return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
-}
-
-BSTR shareKey(BSTR key) noexcept { return SysAllocStringLen(key, SysStringLen(key)); }
-
 // The system's factory of dictionaries, asked for once.
 struct DictionaryMaker::Kept {
   explicit Kept(IClassFactory* factory) noexcept : factory(factory) {}
@@ -50,8 +44,6 @@ HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& ta
   VariantClear(&takenItem);
   return result;
 }
-
-void DictionaryMaker::finish(IDictionary&) noexcept {}
 
 DictionaryReader::DictionaryReader(IUnknown& object) noexcept {
   void* found = nullptr;

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "automation/windows/reference.h"
+#include "automation/reference.h"
 
 namespace quendal::automation {
 

@@ -2,7 +2,7 @@
 
 #include <ctime>
 
-#include "base/date_serial.h"
+#include "base/date.h"
 
 namespace quendal::platform {
 namespace {

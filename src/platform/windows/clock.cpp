@@ -2,7 +2,7 @@
 
 #include <quendal/automation.h>
 
-#include "base/date_serial.h"
+#include "base/date.h"
 
 namespace quendal::platform {
 

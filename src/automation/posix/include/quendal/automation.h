@@ -85,7 +85,6 @@ enum VARENUM : VARTYPE {
   VT_UI8 = 21,
   VT_INT = 22,
   VT_UINT = 23,
-  VT_VOID = 24,
   VT_ARRAY = 0x2000,
   VT_BYREF = 0x4000,
   VT_TYPEMASK = 0x0FFF,
@@ -147,7 +146,6 @@ struct VARIANT {
         float* pfltVal;
         double* pdblVal;
         VARIANT_BOOL* pboolVal;
-        SCODE* pscode;
         CY* pcyVal;
         DATE* pdate;
         BSTR* pbstrVal;
@@ -160,15 +158,7 @@ struct VARIANT {
         USHORT uiVal;
         ULONG ulVal;
         std::uint64_t ullVal;
-        INT intVal;
-        UINT uintVal;
         DECIMAL* pdecVal;
-        signed char* pcVal;
-        USHORT* puiVal;
-        ULONG* pulVal;
-        std::uint64_t* pullVal;
-        INT* pintVal;
-        UINT* puintVal;
         struct {
           void* pvRecord;
           void* pRecInfo;
@@ -223,7 +213,6 @@ constexpr HRESULT E_OUTOFMEMORY = hresult(0x8007000E);
 constexpr HRESULT E_INVALIDARG = hresult(0x80070057);
 constexpr HRESULT CLASS_E_NOAGGREGATION = hresult(0x80040110);
 constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = hresult(0x80040111);
-constexpr HRESULT CO_E_CLASSSTRING = hresult(0x800401F3);
 constexpr HRESULT DISP_E_UNKNOWNINTERFACE = hresult(0x80020001);
 constexpr HRESULT DISP_E_MEMBERNOTFOUND = hresult(0x80020003);
 constexpr HRESULT DISP_E_PARAMNOTFOUND = hresult(0x80020004);

@@ -5,10 +5,9 @@
 #include <initializer_list>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
-#include "platform/automation_values.h"
+#include "automation/values.h"
 
 namespace quendal::test {
 namespace {
@@ -24,6 +23,18 @@ const VARIANT& element(const VARIANT& array, std::size_t index) {
   return static_cast<const VARIANT*>(array.parray->pvData)[index];
 }
 
+// The bounds of all dimensions, the first one first.
+std::string boundsOf(SAFEARRAY* array) {
+  std::string shown;
+  for (UINT i = 1; i <= SafeArrayGetDim(array); ++i) {
+    LONG lower = 77, upper = 77;
+    EXPECT_EQ(SafeArrayGetLBound(array, i, &lower), S_OK);
+    EXPECT_EQ(SafeArrayGetUBound(array, i, &upper), S_OK);
+    shown += " " + std::to_string(lower) + ":" + std::to_string(upper);
+  }
+  return shown;
+}
+
 TEST(Values, CopiesAreDeepAndShareObjects) {
   Counter counter;
   {
@@ -33,7 +44,7 @@ TEST(Values, CopiesAreDeepAndShareObjects) {
     const VARIANT& nested = element(copy.value, 0);
     ASSERT_EQ(nested.vt, VT_ARRAY | VT_VARIANT);
     EXPECT_NE(nested.parray, element(source.value, 0).parray);
-    EXPECT_EQ(show(element(nested, 0)), "deep");
+    EXPECT_EQ(list(nested), "deep type 9");
     EXPECT_NE(element(nested, 0).bstrVal, element(element(source.value, 0), 0).bstrVal);
     EXPECT_EQ(element(nested, 1).pdispVal, &counter);
     EXPECT_EQ(counter.references, 4U);  // its owner, `inner`, `source`, `copy`
@@ -51,12 +62,12 @@ TEST(Values, CopyThroughAReference) {
   reference.pbstrVal = &string;
   ASSERT_EQ(VariantCopyInd(&copy.value, &reference), S_OK);
   EXPECT_EQ(show(copy.value), "text");
+  EXPECT_NE(copy.value.bstrVal, string);
   reference.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
   reference.pparray = &array;
   ASSERT_EQ(VariantCopyInd(&copy.value, &reference), S_OK);
-  ASSERT_EQ(copy.value.vt, VT_ARRAY | VT_VARIANT);
   EXPECT_NE(copy.value.parray, array);
-  EXPECT_EQ(show(element(copy.value, 1)), "2");
+  EXPECT_EQ(list(copy.value), "1 2");
   ASSERT_EQ(VariantCopy(&copy.value, &reference), S_OK);  // this one copies the reference
   EXPECT_EQ(copy.value.pparray, &array);
   ASSERT_EQ(VariantClear(&reference), S_OK);  // and clearing one leaves what it refers to
@@ -65,27 +76,46 @@ TEST(Values, CopyThroughAReference) {
   EXPECT_EQ(SafeArrayDestroy(array), S_OK);
 }
 
-TEST(Arrays, KnowTheirTypeAndBounds) {
-  SAFEARRAYBOUND bounds[] = {{2, 0}, {3, -1}, {4, 10}};
+TEST(Arrays, CopiesHaveTypeBoundsAndElements) {
+  SAFEARRAYBOUND bounds[] = {{2, 0}, {3, -1}, {1, 10}};
   SAFEARRAY* array = SafeArrayCreate(VT_DECIMAL, 3, bounds);
   ASSERT_NE(array, nullptr);
-  VARTYPE found = VT_EMPTY;
-  EXPECT_EQ(SafeArrayGetVartype(array, &found), S_OK);
-  EXPECT_EQ(found, VT_DECIMAL);
-  EXPECT_EQ(array->cbElements, 16U);
-  LONG lower = 0;
-  LONG upper = 0;
-  EXPECT_EQ(SafeArrayGetLBound(array, 2, &lower), S_OK);
-  EXPECT_EQ(SafeArrayGetUBound(array, 2, &upper), S_OK);
-  EXPECT_EQ(lower, -1);
-  EXPECT_EQ(upper, 1);
-  EXPECT_EQ(SafeArrayGetUBound(array, 0, &upper), DISP_E_BADINDEX);
-  EXPECT_EQ(SafeArrayGetUBound(array, 4, &upper), DISP_E_BADINDEX);
+  static_cast<DECIMAL*>(array->pvData)[5] = decimal(0, 7, 2, false).value.decVal;
+  SAFEARRAY* copy = nullptr;
+  ASSERT_EQ(SafeArrayCopy(array, &copy), S_OK);
   EXPECT_EQ(SafeArrayDestroy(array), S_OK);
-  SAFEARRAY* none = SafeArrayCreateVector(VT_VARIANT, 0, 0);
-  EXPECT_EQ(SafeArrayGetUBound(none, 1, &upper), S_OK);
-  EXPECT_EQ(upper, -1);
-  EXPECT_EQ(SafeArrayDestroy(none), S_OK);
+  EXPECT_EQ(boundsOf(copy), " 0:1 -1:1 10:10");
+  EXPECT_EQ(copy->cbElements, 16U);
+  EXPECT_EQ(static_cast<DECIMAL*>(copy->pvData)[5].Lo64, 7U);
+  VARTYPE found = VT_EMPTY;
+  EXPECT_EQ(SafeArrayGetVartype(copy, &found), S_OK);
+  EXPECT_EQ(found, VT_DECIMAL);
+  LONG upper = 0;
+  EXPECT_EQ(SafeArrayGetUBound(copy, 0, &upper), DISP_E_BADINDEX);
+  EXPECT_EQ(SafeArrayGetUBound(copy, 4, &upper), DISP_E_BADINDEX);
+  EXPECT_EQ(SafeArrayDestroy(copy), S_OK);
+
+  array = SafeArrayCreateVector(VT_BSTR, 1, 2);
+  static_cast<BSTR*>(array->pvData)[1] = newText(u"second");
+  ASSERT_EQ(SafeArrayCopy(array, &copy), S_OK);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+  EXPECT_EQ(boundsOf(copy), " 1:2");
+  EXPECT_EQ(readText(static_cast<BSTR*>(copy->pvData)[1]), "second");
+  EXPECT_EQ(SafeArrayDestroy(copy), S_OK);
+
+  Counter counter;
+  array = SafeArrayCreateVector(VT_DISPATCH, 0, 1);
+  static_cast<IDispatch**>(array->pvData)[0] = reference(counter).value.pdispVal;
+  counter.AddRef();  // for the array, which outlives the temporary
+  ASSERT_EQ(SafeArrayCopy(array, &copy), S_OK);
+  EXPECT_EQ(counter.references, 3U);
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
+  EXPECT_EQ(SafeArrayDestroy(copy), S_OK);
+  EXPECT_EQ(counter.references, 1U);
+
+  array = SafeArrayCreateVector(VT_VARIANT, 0, 0);
+  EXPECT_EQ(boundsOf(array), " 0:-1");
+  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
   EXPECT_EQ(SafeArrayCreate(77, 1, nullptr), nullptr);
 }
 
@@ -98,7 +128,7 @@ TEST(Arrays, RedimKeepsContentsAndReleasesTheRest) {
   const auto* values = static_cast<const VARIANT*>(array->pvData);
   EXPECT_EQ(values[0].bstrVal, first);
   EXPECT_EQ(values[1].pdispVal, &counter);
-  EXPECT_EQ(values[999].vt, VT_EMPTY);
+  for (int i = 2; i < 1000; ++i) ASSERT_EQ(values[i].vt, VT_EMPTY);
   bound.cElements = 1;
   ASSERT_EQ(SafeArrayRedim(array, &bound), S_OK);
   EXPECT_EQ(counter.references, 1U);
@@ -111,18 +141,18 @@ TEST(Arrays, RedimKeepsContentsAndReleasesTheRest) {
   for (int i = 0; i < 4; ++i) static_cast<short*>(array->pvData)[i] = static_cast<short>(i + 1);
   SAFEARRAYBOUND last{3, 5};
   ASSERT_EQ(SafeArrayRedim(array, &last), S_OK);
-  LONG upper = 0;
-  EXPECT_EQ(SafeArrayGetUBound(array, 2, &upper), S_OK);
-  EXPECT_EQ(upper, 7);
+  EXPECT_EQ(boundsOf(array), " 0:1 5:7");
   const auto* numbers = static_cast<const short*>(array->pvData);
   EXPECT_EQ(std::vector<int>(numbers, numbers + 6), (std::vector<int>{1, 2, 3, 4, 0, 0}));
   EXPECT_EQ(SafeArrayDestroy(array), S_OK);
 }
 
-TEST(Arrays, LocksHold) {
+TEST(Arrays, EveryLockIsCounted) {
   SAFEARRAY* array = vectorOf({i4(1)});
   void* data = nullptr;
   ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
+  ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
+  EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
   SAFEARRAYBOUND bound{5, 0};
   EXPECT_EQ(SafeArrayRedim(array, &bound), DISP_E_ARRAYISLOCKED);
   EXPECT_EQ(SafeArrayDestroy(array), DISP_E_ARRAYISLOCKED);
@@ -135,7 +165,8 @@ TEST(Arrays, LocksHold) {
 TEST(ErrorInformation, IsKeptOncePerThread) {
   ICreateErrorInfo* created = nullptr;
   ASSERT_EQ(CreateErrorInfo(&created), S_OK);
-  created->SetDescription(const_cast<LPOLESTR>(wide(u"description")));
+  created->SetDescription(const_cast<LPOLESTR>(oleText(u"description")));
+  created->SetSource(const_cast<LPOLESTR>(oleText(u"source")));
   void* made = nullptr;
   ASSERT_EQ(created->QueryInterface(IID_IErrorInfo, &made), S_OK);
   auto* info = static_cast<IErrorInfo*>(made);
@@ -151,10 +182,11 @@ TEST(ErrorInformation, IsKeptOncePerThread) {
   EXPECT_EQ(elsewhere, S_FALSE);
   IErrorInfo* found = nullptr;
   ASSERT_EQ(GetErrorInfo(0, &found), S_OK);
-  BSTR string = nullptr;
-  EXPECT_EQ(found->GetDescription(&string), S_OK);
-  EXPECT_EQ(readText(string), "description");
-  SysFreeString(string);
+  BSTR texts[2] = {};
+  EXPECT_EQ(found->GetDescription(&texts[0]), S_OK);
+  EXPECT_EQ(found->GetSource(&texts[1]), S_OK);
+  EXPECT_EQ(readText(texts[0]) + " of " + readText(texts[1]), "description of source");
+  for (BSTR text : texts) SysFreeString(text);
   EXPECT_EQ(found->Release(), 0U);
   EXPECT_EQ(GetErrorInfo(0, &found), S_FALSE);  // it is handed out once
 }

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/automation_values.h"
+#include "automation/values.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::test {
@@ -53,9 +53,12 @@ TEST(Conversion, NumbersToText) {
       {r8(0.1 + 0.2), VT_BSTR, "0.3"},
       {r8(123456789012345.0), VT_BSTR, "123456789012345"},
       {r8(999999999999999.6), VT_BSTR, "1E+15"},
+      {r8(100), VT_BSTR, "100"},
+      {r8(1e300), VT_BSTR, "1E+300"},
       {r4(0.1F), VT_BSTR, "0.1"},
       {r4(12345678.0F), VT_BSTR, "1.234568E+07"},
       {cy(15000), VT_BSTR, "1.5"},
+      {cy(100000), VT_BSTR, "10"},
       {cy(-1), VT_BSTR, "-0.0001"},
       {decimal(0, 150, 2, true), VT_BSTR, "-1.5"},
       {decimal(0, 1, 28, false), VT_BSTR, "0.0000000000000000000000000001"},
@@ -65,6 +68,10 @@ TEST(Conversion, NumbersToText) {
       {date(-1.25), VT_BSTR, "12/29/1899 6:00:00 AM"},
       {date(-0.25), VT_BSTR, "6:00:00 AM"},
       {date(38416), VT_BSTR, "3/5/2005"},
+      {date(38416.5), VT_BSTR, "3/5/2005 12:00:00 PM"},
+      {date(38416 + 47109 / 86400.0), VT_BSTR, "3/5/2005 1:05:09 PM"},
+      {date(0), VT_BSTR, "12:00:00 AM"},
+      {date(2958465), VT_BSTR, "12/31/9999"},
       {text(u"5 March 2005 6:00 am"), VT_DATE, "38416.25"},
       {text(u"2/30/2005"), VT_DATE, "type mismatch"},
   });
@@ -77,6 +84,9 @@ TEST(Conversion, RoundsHalfToEvenAndRefusesWhatDoesNotFit) {
       {r8(2.5), VT_I4, "2"},
       {r8(-2.5), VT_I8, "-2"},
       {cy(25000), VT_I4, "2"},
+      {cy(-35000), VT_I4, "-4"},
+      {r8(-2.5), VT_CY, "-25000"},
+      {decimal(0, 123455, 5, false), VT_CY, "12346"},
       {decimal(0, 25, 1, false), VT_I4, "2"},
       {r8(32767.5), VT_I2, "overflow"},
       {r8(-32768.5), VT_I2, "-32768"},
@@ -89,10 +99,13 @@ TEST(Conversion, RoundsHalfToEvenAndRefusesWhatDoesNotFit) {
       {r8(1e15), VT_CY, "overflow"},
       {r8(1e29), VT_DECIMAL, "overflow"},
       {r8(-0.25), VT_DECIMAL, "-25/2"},
+      {cy(-12345), VT_DECIMAL, "-12345/4"},
       {boolean(true), VT_UI1, "255"},
       {r8(0.1), VT_BOOL, "-1"},
       {r8(2958466), VT_DATE, "overflow"},
       {r8(-657435), VT_DATE, "overflow"},
+      {r8(2958465.5), VT_DATE, "2958465.5"},
+      {r8(-657434.5), VT_DATE, "-657434.5"},
       {date(38416.75), VT_I4, "38417"},
   });
 }

@@ -10,12 +10,8 @@
 
 namespace quendal::test {
 
-inline const OLECHAR* wide(std::u16string_view text) {
-  return reinterpret_cast<const OLECHAR*>(text.data());
-}
-
 inline BSTR newText(std::u16string_view text) {
-  return SysAllocStringLen(wide(text), static_cast<UINT>(text.size()));
+  return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
 }
 
 // The characters of a BSTR, those beyond ASCII as "?".
@@ -98,6 +94,15 @@ inline std::string show(const VARIANT& value) {
     return (value.decVal.sign != 0 ? "-" : "") + std::to_string(value.decVal.Lo64) + "/" +
            std::to_string(value.decVal.scale);
   return print("type %d", static_cast<int>(value.vt));
+}
+
+// The elements of an array of variants, with blanks between them.
+inline std::string list(const VARIANT& array) {
+  if (array.vt != (VT_ARRAY | VT_VARIANT)) return show(array);
+  std::string shown;
+  for (ULONG i = 0; i < array.parray->rgsabound[0].cElements; ++i)
+    shown += (i == 0 ? "" : " ") + show(static_cast<VARIANT*>(array.parray->pvData)[i]);
+  return shown;
 }
 
 // An object whose default value is a number, or an error.

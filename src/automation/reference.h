@@ -1,4 +1,4 @@
-// The owner of a system object.
+// The owner of an automation object.
 #pragma once
 
 #include <quendal/automation.h>
@@ -7,10 +7,11 @@
 
 namespace quendal::automation {
 
-/// The owner of a reference to an automation object, of those that the system gives out.
 struct ReleaseReference {
   void operator()(IUnknown* object) const noexcept { object->Release(); }
 };
+
+/// Owns one reference, which it is given.
 template <typename Interface>
 using Reference = std::unique_ptr<Interface, ReleaseReference>;
 
