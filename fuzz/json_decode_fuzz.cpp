@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "functions/json_decoder.h"
+#include "functions/json/decoder.h"
 #include "json_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "automation/dictionary_access.h"
-#include "functions/json_characters.h"
-#include "functions/json_decoder.h"
-#include "functions/json_encoder.h"
+#include "functions/json/characters.h"
+#include "functions/json/decoder.h"
+#include "functions/json/encoder.h"
 #include "json_input.h"
 
 namespace quendal {

@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "functions/json_writer.h"
+#include "functions/json/writer.h"
 
 namespace quendal {
 

@@ -1,4 +1,4 @@
-#include "functions/json_number.h"
+#include "functions/json/number.h"
 
 #include <quendal/error.h>
 
@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string>
 
-#include "functions/decimal_double.h"
-#include "functions/json_characters.h"
+#include "functions/json/decimal_double.h"
+#include "functions/json/characters.h"
 
 namespace quendal {
 namespace {

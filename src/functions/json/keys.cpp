@@ -1,9 +1,9 @@
-#include "functions/json_keys.h"
+#include "functions/json/keys.h"
 
 #include <new>
 
 #include "automation/dictionary_access.h"
-#include "functions/json_characters.h"
+#include "functions/json/characters.h"
 
 namespace quendal {
 namespace {

@@ -1,7 +1,7 @@
 // The mantissa is multiplied by a 128-bit approximation of the power of five, whose error cannot
 // reach the bits that decide for the powers in the table; the power of two goes to the exponent.
 // The method is that of Eisel and Lemire ("Number Parsing at a Gigabyte per Second", 2021).
-#include "functions/decimal_double.h"
+#include "functions/json/decimal_double.h"
 
 #include <array>
 #include <bit>

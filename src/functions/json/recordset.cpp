@@ -1,4 +1,4 @@
-#include "functions/json_recordset.h"
+#include "functions/json/recordset.h"
 
 namespace quendal {
 namespace {

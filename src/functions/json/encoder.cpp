@@ -1,4 +1,4 @@
-#include "functions/json_encoder.h"
+#include "functions/json/encoder.h"
 
 #include <quendal/object.h>
 
@@ -9,10 +9,10 @@
 #include "automation/dictionary_access.h"
 #include "base/text.h"
 #include "core/array_view.h"
-#include "functions/json_error.h"
-#include "functions/json_recordset.h"
-#include "functions/json_writer.h"
-#include "functions/nesting_limit.h"
+#include "functions/json/error.h"
+#include "functions/json/recordset.h"
+#include "functions/json/writer.h"
+#include "functions/json/nesting_limit.h"
 
 namespace quendal {
 namespace {

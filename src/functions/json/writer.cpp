@@ -1,4 +1,4 @@
-#include "functions/json_writer.h"
+#include "functions/json/writer.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <new>
 
 #include "base/copy_characters.h"
-#include "functions/json_characters.h"
+#include "functions/json/characters.h"
 
 namespace quendal {
 namespace {

@@ -1,7 +1,7 @@
-#include "functions/json.h"
+#include "functions/json/json.h"
 
-#include "functions/json_decoder.h"
-#include "functions/json_encoder.h"
+#include "functions/json/decoder.h"
+#include "functions/json/encoder.h"
 
 namespace quendal {
 

@@ -1,4 +1,4 @@
-#include "functions/json_decoder.h"
+#include "functions/json/decoder.h"
 
 #include <quendal/object.h>
 
@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "automation/dictionary_access.h"
-#include "functions/json_characters.h"
-#include "functions/json_error.h"
-#include "functions/json_keys.h"
-#include "functions/json_number.h"
-#include "functions/nesting_limit.h"
+#include "functions/json/characters.h"
+#include "functions/json/error.h"
+#include "functions/json/keys.h"
+#include "functions/json/number.h"
+#include "functions/json/nesting_limit.h"
 
 namespace quendal {
 namespace {
