@@ -9,7 +9,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quendal;
   try {
-    static_cast<void>(decodeJson(fuzz::jsonText(data, size)));
+    static_cast<void>(json::decode(fuzz::jsonText(data, size)));
   } catch (const AutomationError& error) {
     constexpr int kJsonError = 8732;
     switch (error.number()) {

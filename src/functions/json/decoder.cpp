@@ -4,18 +4,20 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "automation/dictionary_access.h"
+#include "base/characters.h"
 #include "functions/json/characters.h"
 #include "functions/json/error.h"
-#include "functions/json/keys.h"
-#include "functions/json/number.h"
 #include "functions/json/nesting_limit.h"
+#include "functions/json/number.h"
 
-namespace quendal {
+namespace quendal::json {
 namespace {
 
 struct ReleaseDictionary {
@@ -23,56 +25,10 @@ struct ReleaseDictionary {
 };
 using OwnedDictionary = std::unique_ptr<automation::IDictionary, ReleaseDictionary>;
 
-/// The elements of the arrays that are open, those of the innermost one last.
-class Elements {
- public:
-  Elements() = default;
-  Elements(const Elements&) = delete;
-  Elements& operator=(const Elements&) = delete;
-  ~Elements() {
-    for (VARIANT& value : values_) VariantClear(&value);
-  }
-
-  [[nodiscard]] std::size_t count() const noexcept { return values_.size(); }
-
-  void push(const VARIANT& taken) {
-    if (values_.size() == values_.capacity()) grow(taken);
-    VARIANT& value = values_.emplace_back();
-    value.vt = taken.vt;
-    value.llVal = taken.llVal;
-  }
-
-  /// Moves the elements from `first` on into an array of their own.
-  [[nodiscard]] SAFEARRAY* takeFrom(std::size_t first) {
-    const std::size_t taken = values_.size() - first;
-    SAFEARRAYBOUND bound{static_cast<ULONG>(taken), 0};  // not a vector: pages may push onto it
-    SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
-    if (array == nullptr) throw std::bad_alloc();
-    std::copy_n(values_.data() + first, taken, static_cast<VARIANT*>(array->pvData));
-    values_.resize(first);
-    return array;
-  }
-
- private:
-  void grow(const VARIANT& taken) {
-    constexpr std::size_t kFirst = 64;
-    Variant kept = Variant::attach(taken);  // freed when there is no memory
-    values_.reserve(std::max(kFirst, values_.capacity() * 2));
-    static_cast<void>(kept.release());
-  }
-
-  std::vector<VARIANT> values_;
-};
-
-constexpr std::size_t kMostExpected = 128;  // members to make room for before they come
-
-/// Values are plain VARIANTs here, each owned by whoever it is passed to. None uses more than the
-/// tag and 64 bits, which are copied one by one: a processor waits when it is to read at once what
-/// was just written in parts.
 class Decoder {
  public:
   explicit Decoder(std::u16string_view text) noexcept
-      : at_(text.data()), end_(text.data() + text.size()), nextDigit_(text.data()) {}
+      : at_(text.data()), end_(at_ + text.size()), nextDigit_(at_) {}
 
   Variant run();
 
@@ -82,28 +38,22 @@ class Decoder {
     OwnedDictionary dictionary;  // null for an array
     Text key;                    // of the member whose value comes next
     std::size_t firstElement = 0;
-    std::size_t members = 0;
-    JsonKeys::Place place = 0;       // of the key, or of the key over an array
-    JsonKeys::Place firstPlace = 0;  // of the first member's key
   };
 
-  [[nodiscard]] JsonKeys::Place place() const noexcept {
-    return open_.empty() ? JsonKeys::Place{0} : open_.back().place;
-  }
   [[nodiscard]] bool isAt(char16_t c) const noexcept { return at_ != end_ && *at_ == c; }
-  void skipBlanks() noexcept;
+  void skipBlanks() noexcept { at_ = std::find_if_not(at_, end_, isBlank); }
 
-  bool beginValue(VARIANT& value);
-  bool beginObject(VARIANT& value);
-  bool beginArray(VARIANT& value);
-  bool continueWith(VARIANT& value);
-  void addMember(Open& object, VARIANT& value);
-  void readKey(Open& object, JsonKeys::Place& expected);
-  void readFirstKey(Open& object);
-  void closeInnermost(VARIANT& value);
+  std::optional<Variant> beginValue();
+  std::optional<Variant> beginObject();
+  std::optional<Variant> beginArray();
+  std::optional<Variant> continueWith(Variant value);
+  void addMember(Open& object, Variant value);
+  void readKey(Open& object);
+  Variant closeInnermost();
+  Variant takeElements(std::size_t first);
 
-  void readWord(VARIANT& value);
-  void readNumber(VARIANT& value);
+  Variant readWord();
+  Variant readNumber();
   const char16_t* findNumber();
   std::u16string_view readString();
   std::u16string_view readStringWithEscapes(const char16_t* begin);
@@ -112,182 +62,154 @@ class Decoder {
 
   const char16_t* at_;
   const char16_t* const end_;
-  const char16_t* nextDigit_;  // no digit stands from where findNumber last looked up to here
-  std::vector<Open> open_;     // in place of calls within calls: they would use up the stack
-  Elements elements_;
-  std::u16string unescaped_;  // a string with escapes
-  JsonKeys keys_;
+  const char16_t* nextDigit_;      // no digit stands from where findNumber last looked up to here
+  std::vector<Open> open_;         // in place of calls within calls: they would use up the stack
+  std::vector<Variant> elements_;  // of the arrays that are open, those of the innermost one last
+  std::u16string unescaped_;       // a string with escapes
   NestingLimit limit_;
   automation::DictionaryMaker maker_;
 };
 
-template <class Content>
-void set(VARIANT& value, VARTYPE type, Content VARIANT::*field, Content content) noexcept {
-  value = VARIANT{};
-  value.*field = content;
-  value.vt = type;
-}
-
 Variant Decoder::run() {
-  VARIANT value{};
-  while (true) {
-    skipBlanks();
-    if (!beginValue(value)) continue;
-    while (!open_.empty() && continueWith(value)) {
-    }
-    if (open_.empty()) return Variant::attach(value);
-  }
+  std::optional<Variant> value;
+  do {
+    value = beginValue();
+    while (value && !open_.empty()) value = continueWith(std::move(*value));
+  } while (!value);
+  return std::move(*value);
 }
 
-inline void Decoder::skipBlanks() noexcept {
-  if (at_ != end_ && *at_ <= u' ') at_ = findNonBlankInJson(at_, end_);
-}
-
-// Reads a value, or only the start of an array or object, whose first value comes next then.
-// Returns whether the value is complete.
-bool Decoder::beginValue(VARIANT& value) {
+// Reads a value, or only the start of an array or object, whose first value comes next then: that
+// gives nothing.
+std::optional<Variant> Decoder::beginValue() {
+  skipBlanks();
   switch (at_ != end_ ? *at_ : u'\0') {
     case u'{':
-      return beginObject(value);
+      return beginObject();
     case u'[':
-      return beginArray(value);
+      return beginArray();
     case u'"':
       ++at_;
-      set(value, VT_BSTR, &VARIANT::bstrVal, newBstr(readString()));
-      return true;
-    case u'n':
-    case u't':
-    case u'f':
-      readWord(value);
-      return true;
+      return Variant(readString());
     default:
-      readNumber(value);
-      return true;
+      return readWord();
   }
 }
 
-bool Decoder::beginObject(VARIANT& value) {
+std::optional<Variant> Decoder::beginObject() {
   limit_.checkBelow(open_.size());
   ++at_;
-  const JsonKeys::Place firstKey = keys_.firstUnder(place());  // if this is like the last object
-  OwnedDictionary dictionary(maker_.make(keys_.membersFrom(firstKey)));
+  OwnedDictionary dictionary(maker_.make(0));
   if (dictionary == nullptr) throw AutomationError(error_number::kCannotCreate);
-  open_.push_back({std::move(dictionary), {}, 0, 0, place(), 0});
+  open_.push_back({std::move(dictionary), {}});
   skipBlanks();
-  if (isAt(u'}')) {
-    closeInnermost(value);
-    return true;
-  }
-  readFirstKey(open_.back());
-  return false;
+  if (isAt(u'}')) return closeInnermost();
+  readKey(open_.back());
+  return std::nullopt;
 }
 
-bool Decoder::beginArray(VARIANT& value) {
+std::optional<Variant> Decoder::beginArray() {
   limit_.checkBelow(open_.size());
   ++at_;
-  open_.push_back({nullptr, {}, elements_.count(), 0, place(), 0});
+  open_.push_back({nullptr, {}, elements_.size()});
   skipBlanks();
-  if (!isAt(u']')) return false;
-  closeInnermost(value);
-  return true;
+  if (isAt(u']')) return closeInnermost();
+  return std::nullopt;
 }
 
-// Puts a value into the innermost array or object. Returns whether that was its last one; `value`
-// is the array or object then.
-bool Decoder::continueWith(VARIANT& value) {
+// Puts a value into the innermost array or object. Gives that when this was its last one.
+std::optional<Variant> Decoder::continueWith(Variant value) {
   Open& innermost = open_.back();
   const bool isObject = innermost.dictionary != nullptr;
   if (isObject)
-    addMember(innermost, value);
+    addMember(innermost, std::move(value));
   else
-    elements_.push(value);
+    elements_.push_back(std::move(value));
   skipBlanks();
-  if (isAt(isObject ? u'}' : u']')) {
-    closeInnermost(value);
-    return true;
-  }
-  if (!isAt(u',')) raiseJsonError(u"Expecting , delimiter");
+  if (isAt(isObject ? u'}' : u']')) return closeInnermost();
+  if (!isAt(u',')) raiseError(u"Expecting , delimiter");
   ++at_;
   if (isObject) {
     skipBlanks();
-    readKey(innermost, keys_.after(innermost.place));
+    readKey(innermost);
   }
-  return false;
+  return std::nullopt;
 }
 
-void Decoder::addMember(Open& object, VARIANT& value) {
-  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), value);
+void Decoder::addMember(Open& object, Variant value) {
+  VARIANT item = value.release();
+  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), item);
   if (SUCCEEDED(code)) return;
   // The error leaves with the standard text of its number instead of the dictionary's own.
   SetErrorInfo(0, nullptr);
   throw AutomationError(AutomationError::fromRuntime(code).number());
 }
 
-void Decoder::closeInnermost(VARIANT& value) {
+Variant Decoder::closeInnermost() {
   ++at_;
-  Open& innermost = open_.back();
-  if (innermost.dictionary == nullptr) {
-    set(value, kVariantArray, &VARIANT::parray, elements_.takeFrom(innermost.firstElement));
-  } else {
-    maker_.finish(*innermost.dictionary);
-    keys_.membersFrom(innermost.firstPlace) =
-        static_cast<std::uint8_t>(std::min<std::size_t>(innermost.members, kMostExpected));
-    set<IDispatch*>(value, VT_DISPATCH, &VARIANT::pdispVal, innermost.dictionary.release());
-  }
+  Open closed = std::move(open_.back());
   open_.pop_back();
+  if (closed.dictionary == nullptr) return takeElements(closed.firstElement);
+  maker_.finish(*closed.dictionary);
+  VARIANT value{};
+  value.vt = VT_DISPATCH;
+  value.pdispVal = closed.dictionary.release();
+  return Variant::attach(value);
 }
 
-void Decoder::readFirstKey(Open& object) {
-  readKey(object, keys_.firstUnder(object.place));
-  object.firstPlace = object.place;
+// Moves the elements from `first` on into an array of their own.
+Variant Decoder::takeElements(std::size_t first) {
+  SAFEARRAYBOUND bound{static_cast<ULONG>(elements_.size() - first), 0};
+  SAFEARRAY* array =
+      SafeArrayCreate(VT_VARIANT, 1, &bound);  // pages may push onto it, as no vector
+  if (array == nullptr) throw std::bad_alloc();
+  auto* place = static_cast<VARIANT*>(array->pvData);
+  for (std::size_t i = first; i < elements_.size(); ++i) *place++ = elements_[i].release();
+  elements_.resize(first);
+  return Variant::array(array);
 }
 
-void Decoder::readKey(Open& object, JsonKeys::Place& expected) {
-  if (!isAt(u'"')) raiseJsonError(u"Expecting property name");
-  const char16_t* const begin = ++at_;
-  if (keys_.isAt(expected, at_, end_)) {
-    at_ += keys_.lengthAt(expected) + 1;
-  } else {
-    const std::u16string_view key = readString();
-    expected = keys_.find(key, at_ == begin + key.size() + 1);
-  }
-  object.place = expected;
-  object.key = keys_.shareAt(expected);
-  ++object.members;
+void Decoder::readKey(Open& object) {
+  if (!isAt(u'"')) raiseError(u"Expecting property name");
+  ++at_;
+  object.key = Text::attach(automation::newKey(readString()));
+  if (object.key.get() == nullptr) throw std::bad_alloc();
   skipBlanks();
-  if (!isAt(u':')) raiseJsonError(u"Expecting : delimiter");
+  if (!isAt(u':')) raiseError(u"Expecting : delimiter");
   ++at_;
 }
 
-void Decoder::readWord(VARIANT& value) {
+// A value that is one of three words, or else a number.
+Variant Decoder::readWord() {
   const std::u16string_view rest(at_, static_cast<std::size_t>(end_ - at_));
   const auto skip = [&](std::u16string_view word) {
     if (!rest.starts_with(word)) return false;
     at_ += word.size();
     return true;
   };
-  if (skip(u"null")) return set(value, VT_NULL, &VARIANT::lVal, LONG{0});
-  if (skip(u"true")) return set(value, VT_BOOL, &VARIANT::boolVal, VARIANT_TRUE);
-  if (skip(u"false")) return set(value, VT_BOOL, &VARIANT::boolVal, VARIANT_FALSE);
-  readNumber(value);
+  if (skip(u"null")) return Variant::null();
+  if (skip(u"true")) return Variant(Boolean::True);
+  if (skip(u"false")) return Variant(Boolean::False);
+  return readNumber();
 }
 
-// What is no value of another kind stands for the next number in the text, wherever that begins;
-// yet no more characters are passed over than the number has. Deliberate.
-void Decoder::readNumber(VARIANT& value) {
-  const char16_t* begin = at_;
-  if (begin == end_ || !isJsonDigit(*begin)) begin = findNumber();
-  const JsonNumber number = readJsonNumber(begin, end_);
+// Where no value of another kind stands, the next number of the text counts as the value, however
+// far away it begins. What is passed over is not the way up to it, but as many characters from
+// here on as the number has. Deliberate.
+Variant Decoder::readNumber() {
+  const char16_t* const begin = findNumber();
+  const Number number = json::readNumber(begin, end_);
   at_ += number.end - begin;
-  set(value, VT_R8, &VARIANT::dblVal, number.value);
+  return Variant(number.value);
 }
 
-// Where the next number begins. A text of many wrong values before one number asks for the same
-// number again and again; remembering the digit that was found keeps that from adding up.
+// Where the next number begins. In a text of many wrong values before one number that is the same
+// place again and again: remembering it keeps the searches from adding up.
 const char16_t* Decoder::findNumber() {
-  nextDigit_ = std::find_if(std::max(nextDigit_, at_), end_, isJsonDigit);
+  if (nextDigit_ < at_) nextDigit_ = at_;
+  nextDigit_ = std::find_if(nextDigit_, end_, isDigit<char16_t>);
   if (nextDigit_ == end_)
-    raiseJsonError(
+    raiseError(
         u"ScanOnce(): Parameter is expected to be a valid JSON string. No JSON object could be "
         u"scanned.");
   return nextDigit_ != at_ && nextDigit_[-1] == u'-' ? nextDigit_ - 1 : nextDigit_;
@@ -296,7 +218,7 @@ const char16_t* Decoder::findNumber() {
 // The characters of a string, good until the next one is read.
 std::u16string_view Decoder::readString() {
   const char16_t* const begin = at_;
-  at_ = findSpecialInJson(at_, end_);
+  at_ = std::find_if(at_, end_, isSpecial);
   if (!isAt(u'"')) return readStringWithEscapes(begin);
   return {begin, static_cast<std::size_t>(at_++ - begin)};
 }
@@ -304,14 +226,14 @@ std::u16string_view Decoder::readString() {
 std::u16string_view Decoder::readStringWithEscapes(const char16_t* begin) {
   unescaped_.clear();
   while (true) {
-    if (at_ == end_) raiseJsonError(u"Unterminated string starting");
+    if (at_ == end_) raiseError(u"Unterminated string starting");
     unescaped_.append(begin, at_);
     const char16_t special = *at_++;
     if (special == u'"') return unescaped_;
-    if (special != u'\\') raiseJsonError(u"Invalid control character");
+    if (special != u'\\') raiseError(u"Invalid control character");
     unescaped_ += readEscape();
     begin = at_;
-    at_ = findSpecialInJson(at_, end_);
+    at_ = std::find_if(at_, end_, isSpecial);
   }
 }
 
@@ -335,15 +257,8 @@ char16_t Decoder::readEscape() {
     case u'u':
       return readCode();
     default:
-      raiseJsonError(u"Invalid escape");
+      raiseError(u"Invalid escape");
   }
-}
-
-constexpr int hexadecimalDigit(char16_t c) noexcept {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  return -1;
 }
 
 // The four characters after "\u", or those that are left. Anything but four digits is for the
@@ -356,7 +271,7 @@ char16_t Decoder::readCode() {
   int code = 0;
   bool isPlain = digits.size() == kDigits;
   for (const char16_t c : digits) {
-    const int digit = hexadecimalDigit(c);
+    const int digit = hexValue(c);
     isPlain = isPlain && digit >= 0;
     code = code * 16 + digit;
   }
@@ -366,6 +281,6 @@ char16_t Decoder::readCode() {
 
 }  // namespace
 
-Variant decodeJson(std::u16string_view text) { return Decoder(text).run(); }
+Variant decode(std::u16string_view text) { return Decoder(text).run(); }
 
-}  // namespace quendal
+}  // namespace quendal::json

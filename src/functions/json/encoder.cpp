@@ -10,11 +10,11 @@
 #include "base/text.h"
 #include "core/array_view.h"
 #include "functions/json/error.h"
+#include "functions/json/nesting_limit.h"
 #include "functions/json/recordset.h"
 #include "functions/json/writer.h"
-#include "functions/json/nesting_limit.h"
 
-namespace quendal {
+namespace quendal::json {
 namespace {
 
 // The containers whose end is not written yet. `held` keeps a container that nobody else does.
@@ -63,7 +63,7 @@ class Encoder {
  public:
   void encode(const VARIANT& value);
 
-  [[nodiscard]] Text take() { return out_.take(); }
+  [[nodiscard]] Text text() const { return out_.text(); }
 
  private:
   bool begin(const VARIANT& value, Variant* owner = nullptr);
@@ -79,7 +79,7 @@ class Encoder {
   void close(char16_t bracket);
   void pop() noexcept;
 
-  JsonWriter out_;
+  Writer out_;
   std::deque<Open> open_;  // in place of calls within calls: they would use up the stack
   std::size_t depth_ = 0;  // how many these are
   NestingLimit limit_;
@@ -130,9 +130,9 @@ void Encoder::writePlain(const VARIANT& value) {
     case VT_R8:
       return out_.putNumber(value.dblVal);
     case VT_I2:
-      return out_.putNumber(std::int32_t{value.iVal});
+      return out_.put(decimalText(value.iVal));
     case VT_I4:
-      return out_.putNumber(std::int32_t{value.lVal});
+      return out_.put(decimalText(value.lVal));
     case VT_R4:
       return out_.putNumber(textOf(value));
     case VT_NULL:
@@ -174,7 +174,7 @@ bool Encoder::beginObject(const VARIANT& value) {
   const std::u16string name = typeNameOf(held);
   const bool isRecordset = name == u"Recordset";
   if (!isRecordset && name != u"Dictionary")
-    raiseJsonError(u"(DLL) JSON does not support " + name + u" object types yet.");
+    raiseError(u"(DLL) JSON does not support " + name + u" object types yet.");
   const Object object = Object::from(held);
   if (isRecordset) {
     writeRecordset(object);
@@ -191,7 +191,7 @@ bool Encoder::beginObject(const VARIANT& value) {
 void Encoder::writeRecordset(const Object& recordset) {
   constexpr std::size_t kStackOfCursor = 65'536;
   if (platform::remainingStack() < kStackOfCursor) throw AutomationError(error_number::kOutOfStack);
-  quendal::writeRecordset(recordset, out_, [this](const VARIANT& value) { encode(value); });
+  json::writeRecordset(recordset, out_, [this](const VARIANT& value) { encode(value); });
 }
 
 // Each goes on up to the next array or dictionary inside, or to the end.
@@ -250,10 +250,10 @@ void Encoder::pop() noexcept {
 
 }  // namespace
 
-Variant encodeJson(const VARIANT& value) {
+Variant encode(const VARIANT& value) {
   Encoder encoder;
   encoder.encode(value);
-  return Variant(encoder.take());
+  return Variant(encoder.text());
 }
 
-}  // namespace quendal
+}  // namespace quendal::json

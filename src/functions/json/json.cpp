@@ -5,12 +5,12 @@
 
 namespace quendal {
 
-Variant Json::encode(VariantRef& value) { return encodeJson(value.value()); }
+Variant Json::encode(VariantRef& value) { return json::encode(value.value()); }
 
 Variant Json::decode(VariantRef& text) {
   const VARIANT value = text.value();
-  if (value.vt == VT_BSTR) return decodeJson(viewOf(value.bstrVal));
-  return decodeJson(textOf(value));
+  if (value.vt == VT_BSTR) return json::decode(viewOf(value.bstrVal));
+  return json::decode(textOf(value));
 }
 
 }  // namespace quendal

@@ -4,23 +4,16 @@
 #include <quendal/text.h>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
-#include "automation/text_output.h"
+namespace quendal::json {
 
-namespace quendal {
-
-/// Appends to one growing text. Throws std::bad_alloc when memory is short or the text becomes
-/// longer than automation strings can be.
-class JsonWriter {
+class Writer {
  public:
-  /// One character as it is.
-  void put(char16_t c) {
-    *room(1) = c;
-    ++length_;
-  }
-  /// Characters as they are.
-  void put(std::u16string_view characters);
+  /// What is given as it is.
+  void put(char16_t c) { text_ += c; }
+  void put(std::u16string_view characters) { text_ += characters; }
   /// Characters as they are, between double quotation marks.
   void putQuoted(std::u16string_view characters);
   /// The same with a ":" behind, and with a "," before unless it is the first.
@@ -29,26 +22,13 @@ class JsonWriter {
   void putText(std::u16string_view text);
   /// The ordinary text of a number, with "." for ",".
   void putNumber(double value);
-  void putNumber(std::int32_t value) { putInteger(value); }
   void putNumber(std::u16string_view ordinaryText);
 
-  /// All that was put; the writer is empty then.
-  [[nodiscard]] Text take();
+  /// All that was put. Throws std::bad_alloc when that is longer than automation strings can be.
+  [[nodiscard]] Text text() const;
 
  private:
-  /// Where so many characters can be written at once.
-  char16_t* room(std::size_t count) {
-    if (memory_.capacity() - length_ < count) grow(count);
-    return memory_.characters() + length_;
-  }
-  void wroteUpTo(const char16_t* end) {
-    length_ = static_cast<std::size_t>(end - memory_.characters());
-  }
-  void grow(std::size_t count);
-  void putInteger(std::int64_t value);
-
-  automation::TextMemory memory_;
-  std::size_t length_ = 0;
+  std::u16string text_;
 };
 
-}  // namespace quendal
+}  // namespace quendal::json
