@@ -50,7 +50,7 @@ dictionary.Add "pear", 3
 dictionary.Add "Apple", F.Concat
 dictionary.Add 7, "seven"
 Set sorted = F.Dictionaries.Sort(dictionary, True)
-WScript.Echo (sorted Is dictionary) & " " & J.Encode(dictionary.Keys) & " " & TypeName(dictionary("Apple"))
+WScript.Echo "the same: " & (sorted Is dictionary) & " " & J.Encode(dictionary.Keys) & " " & TypeName(dictionary("Apple"))
 
 WScript.Echo TypeName(F.Max(3, 7, 5)) & " " & F.Min(sized(1), 9) & " " & IsNull(F.Max()) & " " & IsEmpty(F.Max(Array(1, 2)))
 start = Timer

@@ -8,7 +8,7 @@ Set builder = functions.Concat
 text = "{""a"": [1, 2.5, ""x""], ""b"": null, ""c"": {""d"": true}}"
 Set value = json.Decode(text)
 For Each nested In value
-  WScript.Echo nested & " " & TypeName(value(nested))
+  WScript.Echo nested & " " & IsObject(value(nested))
 Next
 For Each nested In value("a")
   WScript.Echo TypeName(nested) & " " & nested

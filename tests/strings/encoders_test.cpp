@@ -40,6 +40,8 @@ TEST(Encoders, AsciiText) {
       {u"HTMLEncode", std::u16string(1, u'\0'), "&#0;"},
       {u"HTMLEncode", Boolean::True, "True"},
       {u"URLEncode", 1.5, "1%2E5"},
+      {u"MD5", u"abc", "900150983cd24fb0d6963f7d28e17f72"},
+      {u"MD5", 123, "202cb962ac59075b964b07152d234b70"},
   });
   for (const char16_t* member :
        {u"HTMLEncode", u"URLEncode", u"URLDecode", u"SafeSQLString", u"SafeFileName"}) {
@@ -92,18 +94,6 @@ TEST(Encoders, FailuresOfArguments) {
     EXPECT_EQ(called(row.member, object), raises ? "error 438" : row.otherwise);
     EXPECT_EQ(called(row.member, Variant(Object())), raises ? "error 91" : row.otherwise);
   }
-}
-
-TEST(Md5, StandardSuite) {
-  expectRows({
-      {u"MD5", u"", "d41d8cd98f00b204e9800998ecf8427e"},
-      {u"MD5", u"abc", "900150983cd24fb0d6963f7d28e17f72"},
-      {u"MD5",
-       u"1234567890123456789012345678901234567890123456789012345678901234567890123456789"
-       u"0",
-       "57edf4a22be3c955ac49da2e2107b67a"},
-      {u"MD5", 123, "202cb962ac59075b964b07152d234b70"},
-  });
 }
 
 // The digest of the digests of every length around the places where the padding changes.

@@ -157,11 +157,11 @@ Variant Decoder::closeInnermost() {
   return Variant::attach(value);
 }
 
-// Moves the elements from `first` on into an array of their own.
+// Moves the elements from `first` on into an array of their own: no vector, as pages may push
+// onto it.
 Variant Decoder::takeElements(std::size_t first) {
   SAFEARRAYBOUND bound{static_cast<ULONG>(elements_.size() - first), 0};
-  SAFEARRAY* array =
-      SafeArrayCreate(VT_VARIANT, 1, &bound);  // pages may push onto it, as no vector
+  SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
   if (array == nullptr) throw std::bad_alloc();
   auto* place = static_cast<VARIANT*>(array->pvData);
   for (std::size_t i = first; i < elements_.size(); ++i) *place++ = elements_[i].release();
