@@ -1,6 +1,6 @@
 #include "strings/date_format.h"
 
-#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/text.h"

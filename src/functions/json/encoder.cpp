@@ -77,22 +77,21 @@ class Encoder {
   void goOn(OpenNamedDictionary& dictionary);
   bool beginMember(const VARIANT& key, Variant&& item, bool isFirst);
   void close(char16_t bracket);
-  void pop() noexcept;
 
   Writer out_;
   std::deque<Open> open_;  // in place of calls within calls: they would use up the stack
-  std::size_t depth_ = 0;  // how many these are
   NestingLimit limit_;
 };
 
 void Encoder::encode(const VARIANT& value) {
-  const std::size_t outside = depth_;
+  const std::size_t outside = open_.size();
   try {
     begin(value);
-    while (depth_ > outside) std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
+    while (open_.size() > outside)
+      std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
   } catch (...) {
     // The innermost first: it may be locked inside what the one around it holds.
-    while (depth_ > outside) pop();
+    while (open_.size() > outside) open_.pop_back();
     throw;
   }
 }
@@ -147,29 +146,27 @@ void Encoder::writePlain(const VARIANT& value) {
 }
 
 bool Encoder::beginArray(const VARIANT& value, Variant* owner) {
-  limit_.checkBelow(depth_);
+  limit_.checkBelow(open_.size());
   if (value.parray == nullptr) {
     out_.put(u"[]");  // no elements yet
     return false;
   }
   out_.put(u'[');
   open_.emplace_back(std::in_place_type<OpenArray>, value, owner);
-  ++depth_;
   return true;
 }
 
 bool Encoder::beginObject(const VARIANT& value) {
-  limit_.checkBelow(depth_);
+  limit_.checkBelow(open_.size());
   // An object is asked only while it is held: what it does may replace where it stands.
   const Variant held = Variant::copyOf(value);
   if (held.punkVal != nullptr) {
     Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, *held.punkVal);
-    ++depth_;
     if (std::get<OpenDictionary>(open).reader.isDictionary()) {
       out_.put(u'{');
       return true;
     }
-    pop();
+    open_.pop_back();
   }
   const std::u16string name = typeNameOf(held);
   const bool isRecordset = name == u"Recordset";
@@ -182,7 +179,6 @@ bool Encoder::beginObject(const VARIANT& value) {
   }
   out_.put(u'{');
   open_.emplace_back(std::in_place_type<OpenNamedDictionary>, object);
-  ++depth_;
   return true;
 }
 
@@ -240,12 +236,7 @@ bool Encoder::beginMember(const VARIANT& key, Variant&& item, bool isFirst) {
 
 void Encoder::close(char16_t bracket) {
   out_.put(bracket);
-  pop();
-}
-
-void Encoder::pop() noexcept {
   open_.pop_back();
-  --depth_;
 }
 
 }  // namespace

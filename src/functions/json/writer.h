@@ -3,7 +3,6 @@
 
 #include <quendal/text.h>
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
