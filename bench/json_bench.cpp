@@ -17,7 +17,7 @@
 #include "bench/json_documents.h"
 #include "bench/row.h"
 #include "core/dispatch.h"
-#include "functions/json.h"
+#include "functions/json/json.h"
 
 namespace quendal::bench {
 

@@ -3,13 +3,13 @@
 
 #include <cstdlib>
 
-#include "functions/json_decoder.h"
+#include "functions/json/decoder.h"
 #include "json_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace quendal;
   try {
-    static_cast<void>(decodeJson(fuzz::jsonText(data, size)));
+    static_cast<void>(json::decode(fuzz::jsonText(data, size)));
   } catch (const AutomationError& error) {
     constexpr int kJsonError = 8732;
     switch (error.number()) {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "automation/dictionary_access.h"
-#include "functions/json_characters.h"
-#include "functions/json_decoder.h"
-#include "functions/json_encoder.h"
+#include "functions/json/characters.h"
+#include "functions/json/decoder.h"
+#include "functions/json/encoder.h"
 #include "json_input.h"
 
 namespace quendal {
@@ -27,7 +27,7 @@ bool hasSpecialKey(const VARIANT& value) {
     } else if (next.vt == VT_DISPATCH) {
       automation::DictionaryReader reader(*next.pdispVal);
       while (reader.next() == S_OK) {
-        if (std::ranges::any_of(viewOf(reader.key().bstrVal), isSpecialInJson)) return true;
+        if (std::ranges::any_of(viewOf(reader.key().bstrVal), json::isSpecial)) return true;
         rest.push_back(reader.item());
       }
     }
@@ -53,15 +53,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace quendal;
   std::int32_t error = 0;
   const auto text = fuzz::jsonText(data, size);
-  const auto value = attempt([&] { return decodeJson(text); }, error);
+  const auto value = attempt([&] { return json::decode(text); }, error);
   if (!value) return 0;
-  const auto first = attempt([&] { return encodeJson(*value); }, error);
+  const auto first = attempt([&] { return json::encode(*value); }, error);
   if (!first) return error == error_number::kOutOfStack ? 0 : (std::abort(), 0);
   if (hasSpecialKey(*value)) return 0;
-  const auto again = attempt([&] { return decodeJson(viewOf(first->bstrVal)); }, error);
+  const auto again = attempt([&] { return json::decode(viewOf(first->bstrVal)); }, error);
   // The largest doubles are out of range when they are rounded to fifteen digits.
   if (!again) return error == error_number::kOverflow ? 0 : (std::abort(), 0);
-  const Variant second = encodeJson(*again);
+  const Variant second = json::encode(*again);
   if (viewOf(first->bstrVal) != viewOf(second.bstrVal)) std::abort();
   return 0;
 }

@@ -22,9 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool twoDigits =
         known.find_first_of(u"\0\1\2\3\4\5\6\7\x8\t\n\v\f\r\xE\xF", 0, 16) == std::u16string::npos;
     if (twoDigits && strings::urlDecode(strings::urlEncode(known)) != known) std::abort();
-    const bool plain = strings::isPlainHtml(input);
     const std::u16string html = strings::htmlEncode(input);
-    if (plain && html != input) std::abort();
     if (html.find_first_of(u"<>\"'=") != std::u16string::npos) std::abort();
     (void)strings::safeSqlString(input);
     (void)strings::safeFileName(input);

@@ -6,7 +6,6 @@
 
 #include "arrays/array_error.h"
 #include "arrays/redim.h"
-#include "arrays/reverse_in_place.h"
 #include "arrays/sort_in_place.h"
 #include "arrays/splice.h"
 #include "core/apartment.h"
@@ -95,6 +94,16 @@ void copyDown(const ArrayView& view, std::int64_t lower) {
     const auto position = static_cast<std::size_t>(i - lower);
     store(view, position - 1, view.at(position));
   }
+}
+
+// Raises 5002 for elements that are arrays or records.
+void requireSimple(const ArrayView& view) {
+  const auto isSimple = [](VARTYPE type) { return type <= VT_UINT; };
+  bool areAll = isSimple(view.elementType());
+  for (std::size_t i = 0; i < view.size(); ++i) areAll = areAll && isSimple(view.at(i).vt);
+  if (!areAll)
+    throw AutomationError(kArrayError,
+                          u"ReverseArrayInPlace can reverse only arrays of simple data types.");
 }
 
 }  // namespace
@@ -200,7 +209,16 @@ void ArrayFunctions::reverse(VariantRef& array) {
   requireArray(array, u"Reverse");
   if (elementCountOf(array.value()) == 0) return;
   array.array();
-  reverseArrayInPlace(array.value());
+  const ArrayView view(array.value());
+  requireSimple(view);
+  const std::size_t size = view.elementSize();
+  std::byte* first = view.bytes().data();
+  std::byte* last = first + view.bytes().size();
+  for (std::size_t pairs = view.size() / 2; pairs > 0; --pairs) {
+    last -= size;
+    std::swap_ranges(first, first + size, last);
+    first += size;
+  }
 }
 
 Boolean ArrayFunctions::sort(VariantRef& array, std::int32_t lowerBound, std::int32_t upperBound,

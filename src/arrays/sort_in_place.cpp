@@ -1,11 +1,9 @@
 #include "arrays/sort_in_place.h"
 
-#include <array>
 #include <cstring>
-#include <utility>
+#include <span>
 
 #include "arrays/array_error.h"
-#include "arrays/plain_numbers.h"
 
 namespace quendal {
 namespace {
@@ -14,24 +12,13 @@ namespace {
   throw AutomationError(kArrayError, message);
 }
 
-/// Puts cells in order: cell i becomes what cell order[i] was. Each cell moves once, round the
-/// rings that the order consists of; `order` is used up. A constant size makes each move a few
-/// instructions; 0 stands for a size known only now.
-template <std::size_t kSize>
-void permute(std::byte* cells, std::span<std::uint32_t> order, std::size_t size) noexcept {
-  if constexpr (kSize != 0) size = kSize;
-  std::array<std::byte, sizeof(VARIANT)> held;  // no cell is larger
-  for (std::uint32_t start = 0; start < order.size(); ++start) {
-    if (order[start] == start) continue;
-    std::memcpy(held.data(), cells + start * size, size);
-    std::uint32_t hole = start;
-    for (;;) {
-      const std::uint32_t from = std::exchange(order[hole], hole);
-      if (from == start) break;
-      std::memcpy(cells + hole * size, cells + from * size, size);
-      hole = from;
-    }
-    std::memcpy(cells + hole * size, held.data(), size);
+/// Puts cells in order: cell i becomes what cell order[i] was.
+void permute(std::span<std::byte> cells, std::size_t size, std::span<const std::uint32_t> order) {
+  const std::vector<std::byte> former(cells.begin(), cells.end());
+  std::byte* cell = cells.data();
+  for (const std::uint32_t from : order) {
+    std::memcpy(cell, former.data() + from * size, size);
+    cell += size;
   }
 }
 
@@ -63,14 +50,9 @@ void qSortInPlace(const VARIANT& array, std::int32_t lowerBound, std::int32_t up
   const ArrayView view(array);
   const auto first = static_cast<std::size_t>(lower - ownLower);
   const auto count = static_cast<std::size_t>(upper - lower + 1);
-  if (sortPlainNumbers(view, first, count, order.descending)) return;
-  std::vector<std::uint32_t> sorted = orderOf(view, first, count, order);
-  std::byte* const cells = view.bytes().data() + first * view.elementSize();
-  if (view.elementSize() == sizeof(VARIANT)) {
-    permute<sizeof(VARIANT)>(cells, sorted, sizeof(VARIANT));
-  } else {
-    permute<0>(cells, sorted, view.elementSize());
-  }
+  const std::size_t size = view.elementSize();
+  permute(view.bytes().subspan(first * size, count * size), size,
+          orderOf(view, first, count, order));
 }
 
 }  // namespace quendal

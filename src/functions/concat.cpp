@@ -1,10 +1,9 @@
 #include "functions/concat.h"
 
-#include <algorithm>
 #include <limits>
 #include <new>
+#include <utility>
 
-#include "base/copy_characters.h"
 #include "base/text.h"
 #include "core/apartment.h"
 
@@ -37,6 +36,11 @@ Quotes quotesOf(QuoteStyle style) noexcept {
   }
 }
 
+std::u16string inQuotes(std::u16string_view text, QuoteStyle style) {
+  const Quotes quotes = quotesOf(style);
+  return std::u16string(quotes.before).append(text).append(quotes.after);
+}
+
 /// A length as the builder counts it. Raises 6.
 std::int32_t checkedLength(std::size_t length) {
   if (length > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
@@ -53,6 +57,13 @@ std::int32_t doubled(std::int32_t capacity) {
   return static_cast<std::int32_t>(result);
 }
 
+std::u16string emptyWithRoom(std::int32_t size) {
+  std::u16string text;
+  if (static_cast<std::size_t>(size) > text.max_size()) throw std::bad_alloc();
+  text.reserve(static_cast<std::size_t>(size));
+  return text;
+}
+
 }  // namespace
 
 Concat::Concat() {
@@ -60,12 +71,8 @@ Concat::Concat() {
   clear(0);
 }
 
-std::u16string_view Concat::written() const noexcept {
-  return {memory_.characters(), static_cast<std::size_t>(written_)};
-}
-
 std::u16string_view Concat::content() const noexcept {
-  return written().substr(0, static_cast<std::size_t>(length_));
+  return std::u16string_view(written_).substr(0, static_cast<std::size_t>(length_));
 }
 
 std::u16string Concat::value() { return std::u16string(content()); }
@@ -77,21 +84,13 @@ void Concat::setValue(TextRef text) {
 }
 
 std::u16string Concat::buffer() {
-  const auto size = static_cast<std::size_t>(bufferSize_);
-  std::u16string result;
-  if (size > result.max_size()) throw std::bad_alloc();
-  result.reserve(size);
-  result.assign(written());
-  result.resize(size, kBlank);
+  std::u16string result = emptyWithRoom(bufferSize_);
+  result = written_;
+  result.resize(static_cast<std::size_t>(bufferSize_), kBlank);
   return result;
 }
 
-std::u16string Concat::text(QuoteStyle style) {
-  const Quotes quotes = quotesOf(style);
-  std::u16string result;
-  result.reserve(quotes.before.size() + content().size() + quotes.after.size());
-  return result.append(quotes.before).append(content()).append(quotes.after);
-}
+std::u16string Concat::text(QuoteStyle style) { return inQuotes(content(), style); }
 
 void Concat::clear(std::int32_t totalLength) {
   length_ = 0;
@@ -99,33 +98,33 @@ void Concat::clear(std::int32_t totalLength) {
   makeBlanks();
 }
 
-// Puts a buffer of blanks in the old one's place. Raises 5 for a negative capacity.
 void Concat::makeBlanks() {
-  if (capacity_ < 0) throw AutomationError(error_number::kInvalidCall);
-  resizeBuffer(capacity_);
-  written_ = 0;
+  fitBuffer();
+  written_.clear();
 }
 
-void Concat::resizeBuffer(std::int32_t size) {
-  if (size != bufferSize_ && !memory_.resize(static_cast<std::size_t>(size)))
-    throw std::bad_alloc();
-  bufferSize_ = size;
+// Makes the buffer as large as the capacity. Raises 5 for a negative one.
+void Concat::fitBuffer() {
+  if (capacity_ < 0) throw AutomationError(error_number::kInvalidCall);
+  if (capacity_ == bufferSize_) return;
+  std::u16string fitting = emptyWithRoom(capacity_);
+  fitting.append(written_, 0, static_cast<std::size_t>(capacity_));
+  written_ = std::move(fitting);
+  bufferSize_ = capacity_;
 }
 
 void Concat::trimToSize() {
   // What is left out behind the written characters is blank.
-  const std::u16string_view trimmed = trimBlanks(written());
-  std::copy(trimmed.begin(), trimmed.end(), memory_.characters());
-  written_ = length_ = capacity_ = static_cast<std::int32_t>(trimmed.size());
-  resizeBuffer(capacity_);
+  written_ = std::u16string(trimBlanks(written_));
+  length_ = capacity_ = bufferSize_ = static_cast<std::int32_t>(written_.size());
 }
 
 // The one place where content grows.
-inline void Concat::add(std::u16string_view piece) {
+void Concat::add(std::u16string_view piece) {
   const std::int32_t newLength = checkedLength(static_cast<std::size_t>(length_) + piece.size());
   if (newLength > capacity_ || newLength > bufferSize_) growFor(newLength);
-  copyCharacters(piece.data(), memory_.characters() + length_, piece.size());
-  written_ = length_ = newLength;
+  written_.replace(static_cast<std::size_t>(length_), written_.npos, piece);
+  length_ = newLength;
 }
 
 void Concat::growFor(std::int32_t newLength) {
@@ -134,48 +133,32 @@ void Concat::growFor(std::int32_t newLength) {
   // builder is defined. The volatile copy makes the loop one that a compiler has to run.
   volatile std::int32_t capacity = capacity_;
   while (capacity < newLength) capacity = capacity_ = doubled(capacity);
-  resizeBuffer(capacity_);
+  fitBuffer();
 }
 
 void Concat::append(ArgumentList pieces) {
-  for (const VARIANT& piece : pieces) {
+  for (const VARIANT& argument : pieces) {
+    const VARIANT piece = follow(argument);
     if (piece.vt == VT_BSTR)
       add(viewOf(piece.bstrVal));
     else
-      addTextOf(follow(piece));
+      add(textOf(piece));
   }
 }
 
-void Concat::addTextOf(const VARIANT& value) {
-  if (value.vt == VT_BSTR)
-    add(viewOf(value.bstrVal));
-  else
-    add(textOf(value));
-}
-
-void Concat::appendEx(TextRef text, QuoteStyle style) { add(text.view(), style); }
-
-void Concat::add(std::u16string_view text, QuoteStyle style) {
-  const Quotes quotes = quotesOf(style);
-  if (quotes.before.empty()) return add(text);
-  std::u16string piece;
-  piece.reserve(quotes.before.size() + text.size() + quotes.after.size());
-  add(piece.append(quotes.before).append(text).append(quotes.after));
-}
+void Concat::appendEx(TextRef text, QuoteStyle style) { add(inQuotes(text.view(), style)); }
 
 void Concat::prepend(TextRef text, std::int16_t index, QuoteStyle style) {
-  const Quotes quotes = quotesOf(style);
-  checkedLength(static_cast<std::size_t>(length_) + quotes.before.size() + text.view().size() +
-                quotes.after.size());
+  const std::u16string piece = inQuotes(text.view(), style);
+  checkedLength(static_cast<std::size_t>(length_) + piece.size());
   if (index < 0) throw AutomationError(error_number::kInvalidCall);
   if (index == std::numeric_limits<std::int16_t>::max())
     throw AutomationError(error_number::kOverflow);
   if (index > length_) throw AutomationError(error_number::kInvalidCall);
-  if (capacity_ < 0) throw AutomationError(error_number::kInvalidCall);
   const std::u16string tail(content().substr(static_cast<std::size_t>(index)));
-  resizeBuffer(capacity_);
-  written_ = length_ = index;
-  add(text.view(), style);
+  fitBuffer();
+  length_ = index;
+  add(piece);
   add(tail);
 }
 

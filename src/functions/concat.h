@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "automation/text_output.h"
 #include "core/class_description.h"
 #include "core/enumerations.h"
 #include "core/parameters.h"
@@ -41,22 +40,18 @@ class Concat {
   void prepend(TextRef text, std::int16_t index, QuoteStyle style);
 
  private:
-  [[nodiscard]] std::u16string_view written() const noexcept;
   [[nodiscard]] std::u16string_view content() const noexcept;
   void add(std::u16string_view piece);
-  void add(std::u16string_view text, QuoteStyle style);
-  void addTextOf(const VARIANT& value);
   void growFor(std::int32_t newLength);
-  void resizeBuffer(std::int32_t size);
+  void fitBuffer();
   void makeBlanks();
 
-  // The buffer has room for `bufferSize_` characters, and appending within it copies nothing but
-  // the piece. Those from `written_` on count as blanks, without being there.
-  automation::TextMemory memory_;
-  std::int32_t bufferSize_ = 0;  // differs from `capacity_`, and
-  std::int32_t written_ = 0;     // this from `length_`, only after a failure
+  // The characters of the buffer up to where it is only blanks, with room for all of it. The
+  // content is their beginning: all of them, unless a failed call has left more.
+  std::u16string written_;
   std::int32_t length_ = 0;
-  std::int32_t capacity_ = 0;
+  std::int32_t bufferSize_ = 0;
+  std::int32_t capacity_ = 0;  // differs from the buffer's size only after a failure
 };
 
 template <>

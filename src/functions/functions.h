@@ -5,7 +5,7 @@
 #include "arrays/dictionary_functions.h"
 #include "core/dispatch.h"
 #include "functions/concat.h"
-#include "functions/json.h"
+#include "functions/json/json.h"
 #include "strings/string_functions.h"
 #include "system/os_info.h"
 

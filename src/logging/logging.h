@@ -40,11 +40,11 @@ class Logging final {
   // Settings and information.
   Boolean isAsp();
   Boolean unicode();
-  void setUnicode(Boolean& value);
+  void setUnicode(Ref<Boolean> value);
   std::int16_t logLevel();
   void setLogLevel(Ref<std::int16_t> level);
   std::int32_t rolloverBytes();
-  void setRolloverBytes(std::int32_t& bytes);
+  void setRolloverBytes(Ref<std::int32_t> bytes);
   Variant path();
   Variant fileName();
   Variant remoteIp();

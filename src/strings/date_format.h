@@ -10,10 +10,9 @@ namespace quendal::strings {
 
 /// Replaces every token of the format ("#DD", "#MMMM", "#HH24", ...) and leaves all else as it is.
 ///
-/// The result is that of replacing the tokens one after the other, in the order of the table in
-/// the implementation and each over the whole text. So a token may begin in the format and end in
-/// a name that a token of higher rank has left behind it: "#D#MMM" in December is first "#DDec"
-/// and then "05ec". That is deliberate.
+/// The tokens are replaced one after the other, each over the whole text. So one may begin in the
+/// format and end in a name that an earlier one has left behind: "#D#MMM" on 5 December is first
+/// "#DDec" and then "05ec". That is deliberate.
 [[nodiscard]] std::u16string formatMoment(const Moment& moment, std::u16string_view format);
 
 }  // namespace quendal::strings

@@ -11,9 +11,6 @@ namespace quendal::strings {
 /// that the code page lacks stays as it is.
 [[nodiscard]] std::u16string htmlEncode(std::u16string_view text);
 
-/// True for a text that `htmlEncode` would give back as it is, for ASCII text exactly then.
-[[nodiscard]] bool isPlainHtml(std::u16string_view text) noexcept;
-
 /// Writes every character but those with the code of an ASCII letter or digit as "%" and its code
 /// in upper-case hexadecimal. Codes below 16 have one digit only; that is deliberate.
 [[nodiscard]] std::u16string urlEncode(std::u16string_view text);

@@ -13,10 +13,9 @@ using State = std::array<Word, 4>;
 
 constexpr std::size_t kBlockSize = 64;
 constexpr std::size_t kLengthSize = 8;
-constexpr std::size_t kSteps = 64;
 constexpr State kStart{0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476};
 
-constexpr std::array<Word, kSteps> kSine{
+constexpr std::array<Word, 64> kSine{
     0xD76AA478, 0xE8C7B756, 0x242070DB, 0xC1BDCEEE, 0xF57C0FAF, 0x4787C62A, 0xA8304613, 0xFD469501,
     0x698098D8, 0x8B44F7AF, 0xFFFF5BB1, 0x895CD7BE, 0x6B901122, 0xFD987193, 0xA679438E, 0x49B40821,
     0xF61E2562, 0xC040B340, 0x265E5A51, 0xE9B6C7AA, 0xD62F105D, 0x02441453, 0xD8A1E681, 0xE7D3FBC8,
@@ -28,51 +27,32 @@ constexpr std::array<Word, kSteps> kSine{
 constexpr std::array<std::array<int, 4>, 4> kShifts{
     {{7, 12, 17, 22}, {5, 9, 14, 20}, {4, 11, 16, 23}, {6, 10, 15, 21}}};
 
-// Becomes one load where the machine's byte order is this.
 Word littleEndian(const unsigned char* bytes) noexcept {
   return Word{bytes[0]} | Word{bytes[1]} << 8 | Word{bytes[2]} << 16 | Word{bytes[3]} << 24;
 }
 
-// One step; which word has which role, and all constants, are known to the compiler.
-template <std::size_t kStep>
-[[gnu::always_inline]] inline void step(State& words, const unsigned char* block) noexcept {
-  constexpr std::size_t kRound = kStep / 16;
-  constexpr std::size_t kMessageWord = kRound == 0   ? kStep
-                                       : kRound == 1 ? (5 * kStep + 1) % 16
-                                       : kRound == 2 ? (3 * kStep + 5) % 16
-                                                     : 7 * kStep % 16;
-  Word& a = words[(kSteps - kStep) % 4];
-  const Word b = words[(kSteps - kStep + 1) % 4];
-  const Word c = words[(kSteps - kStep + 2) % 4];
-  const Word d = words[(kSteps - kStep + 3) % 4];
-  a += littleEndian(block + 4 * kMessageWord) + kSine[kStep];
-  if constexpr (kRound == 0) {
-    a += ((c ^ d) & b) ^ d;
-  } else if constexpr (kRound == 1) {
-    // The two sides have no bit in common; adding them one by one leaves only one operation
-    // between the step before and this one.
-    a += ~d & c;
-    a += d & b;
-  } else if constexpr (kRound == 2) {
-    a += b ^ (c ^ d);
-  } else {
-    a += c ^ (b | ~d);
+void addBlock(State& state, const unsigned char* block) noexcept {
+  auto [a, b, c, d] = state;
+  for (std::size_t i = 0; i < kSine.size(); ++i) {
+    const std::size_t round = i / 16;
+    const Word mixed = round == 0   ? (b & c) | (~b & d)
+                       : round == 1 ? (d & b) | (~d & c)
+                       : round == 2 ? b ^ c ^ d
+                                    : c ^ (b | ~d);
+    const std::size_t word = round == 0   ? i
+                             : round == 1 ? (5 * i + 1) % 16
+                             : round == 2 ? (3 * i + 5) % 16
+                                          : 7 * i % 16;
+    const Word sum = a + mixed + kSine[i] + littleEndian(block + 4 * word);
+    const Word next = b + std::rotl(sum, kShifts[round][i % 4]);
+    a = std::exchange(d, std::exchange(c, std::exchange(b, next)));
   }
-  a = std::rotl(a, kShifts[kRound][kStep % 4]) + b;
-}
-
-template <std::size_t... kStep>
-[[gnu::always_inline]] inline void allSteps(State& words, const unsigned char* block,
-                                            std::index_sequence<kStep...>) noexcept {
-  (step<kStep>(words, block), ...);
+  const State added{a, b, c, d};
+  for (std::size_t i = 0; i < state.size(); ++i) state[i] += added[i];
 }
 
 void addBlocks(State& state, const unsigned char* blocks, std::size_t count) noexcept {
-  for (; count > 0; --count, blocks += kBlockSize) {
-    State words = state;
-    allSteps(words, blocks, std::make_index_sequence<kSteps>());
-    for (std::size_t i = 0; i < state.size(); ++i) state[i] += words[i];
-  }
+  for (; count > 0; --count, blocks += kBlockSize) addBlock(state, blocks);
 }
 
 }  // namespace

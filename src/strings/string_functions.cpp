@@ -8,15 +8,11 @@
 #include "core/compare.h"
 #include "platform/code_page.h"
 #include "platform/identities.h"
-#include "strings/capitalize.h"
 #include "strings/date_format.h"
 #include "strings/encoders.h"
-#include "strings/file_names.h"
-#include "strings/file_size.h"
 #include "strings/md5.h"
 #include "strings/number_words.h"
-#include "strings/padding.h"
-#include "strings/utf8_file.h"
+#include "strings/text_functions.h"
 
 namespace quendal {
 namespace {
@@ -87,14 +83,17 @@ std::u16string plainNumberText(const VARIANT& value) {
   return textOf(plainlyConverted(value, VT_BSTR));
 }
 
-using Pad = std::u16string (*)(std::u16string_view, char16_t, double);
+enum class Side { Left, Right };
 
-Variant padded(Pad pad, const VARIANT& text, const VARIANT& fill, const VARIANT& length) {
+// Where no fill can be made, the text alone.
+Variant padded(Side side, const VARIANT& text, const VARIANT& fill, const VARIANT& length) {
   return emptyOnError([&] {
     std::u16string result = textOf(text);
     ignoringErrors([&] {
-      const char16_t character = strings::fillCharacter(ArgumentText(fill));
-      result = pad(result, character, doubleOf(length));
+      const std::u16string fillText = textOf(fill);
+      const std::size_t count = strings::fillCount(doubleOf(length), result.size());
+      result.insert(side == Side::Left ? 0 : result.size(), count,
+                    fillText.empty() ? u' ' : fillText.front());
     });
     return result;
   });
@@ -132,11 +131,7 @@ Variant StringFunctions::numberToWords(const VARIANT& number) {
 }
 
 Variant StringFunctions::htmlEncode(const VARIANT& text) {
-  return emptyOnError([&]() -> Variant {
-    const ArgumentText argument(text);
-    if (strings::isPlainHtml(argument)) return std::u16string_view(argument);
-    return strings::htmlEncode(argument);
-  });
+  return emptyOnError([&] { return strings::htmlEncode(ArgumentText(text)); });
 }
 
 Variant StringFunctions::urlEncode(VariantRef& text) {
@@ -183,11 +178,11 @@ Variant StringFunctions::capitalize(const VARIANT& sentence) {
 }
 
 Variant StringFunctions::padLeft(const VARIANT& text, const VARIANT& fill, const VARIANT& length) {
-  return padded(strings::padLeft, text, fill, length);
+  return padded(Side::Left, text, fill, length);
 }
 
 Variant StringFunctions::padRight(const VARIANT& text, const VARIANT& fill, const VARIANT& length) {
-  return padded(strings::padRight, text, fill, length);
+  return padded(Side::Right, text, fill, length);
 }
 
 Variant StringFunctions::extractFileName(const VARIANT& path) {

@@ -54,7 +54,6 @@ TEST(Splice, RemovesAndInserts) {
               {of(u"abcde"), 5, 3, u"xy", "[]", "[a b c d e x y]"},
               {of(u"abcde"), -1, 9, u"x", "[e]", "[a b c d x]"},
               {of(u"abcde"), 2, -4, u"x", "[]", "[a b x c d e]"},
-              {of(u"ab"), 0, 2, u"", "[a b]", "[]"},
               {of(u"abc", VT_VARIANT, -4), 1, 1, u"xy", "[b]", "-4[a x y c]"},
               {of(u"123", VT_R8), 0, 1, u"456", "[1]", "[4 5 6 2 3]"},
               {of(nullptr), 3, 3, u"xy", "[]", "[x y]"},

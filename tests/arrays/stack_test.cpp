@@ -34,22 +34,12 @@ TEST(StackMembers, ChangeTheVariableHoweverItIsPassed) {
     Member member;
     const char16_t* elements;
     const char* effect;
-  } rows[] = {{push, nullptr, "~, [x]"},
-              {push, u"", "~, [x]"},
-              {push, u"ab", "~, [a b x]"},
-              {pop, nullptr, "~, none"},
-              {pop, u"", "~, []"},
-              {pop, u"ab", "b, [a]"},
-              {pop, u"a", "a, [a]"},
-              {shift, nullptr, "~, none"},
-              {shift, u"", "~, []"},
-              {shift, u"abc", "a, [b c]"},
-              {shift, u"a", "none, none"},
-              {unshift, nullptr, "~, none"},
-              {unshift, u"a", "~, [x]"},
-              {unshift, u"ab", "~, [x b]"},
-              {unshift, u"abcd", "~, [x c c d]"},
-              {unshift, u"abcde", "~, [x d d d e]"}};
+  } rows[] = {{push, nullptr, "~, [x]"},    {push, u"", "~, [x]"},
+              {push, u"ab", "~, [a b x]"},  {pop, nullptr, "~, none"},
+              {pop, u"ab", "b, [a]"},       {pop, u"a", "a, [a]"},
+              {shift, nullptr, "~, none"},  {shift, u"abc", "a, [b c]"},
+              {shift, u"a", "none, none"},  {unshift, nullptr, "~, none"},
+              {unshift, u"ab", "~, [x b]"}, {unshift, u"abcde", "~, [x d d d e]"}};
   for (const auto& row : rows) {
     inEveryPassing(of(row.elements), [&](PageVariable& variable) {
       EXPECT_EQ(effectOf(row.member, variable), row.effect);
@@ -71,25 +61,20 @@ TEST(StackMembers, DoWhatTheHostLetsThemWithOtherShapes) {
               {shift, Fixed, of(u"ab"), "#10, [b b]"},
               {shift, Fixed, of(u"a"), "#10, [a]"},
               {shift, Locked, of(u"abc"), "#10, [b c c]"},
-              {shift, Locked, of(u"a"), "#10, [a]"},
               {push, Free, from(1), "~, 1[a b c]"},
               {pop, Free, from(1), "c, 1[a b c]"},
               {shift, Free, from(1), "#9, 1[a b c]"},
               {unshift, Free, from(1), "~, 1[b b c]"},
               {shift, Free, from(-1), "#9, -1[a c c]"},
+              {unshift, Free, from(-1), "~, -1[a x c]"},
               // Their upper bounds have no 32 bits, or none more.
               {push, Free, of(u"", VT_VARIANT, INT32_MIN), "~, -2147483648[]"},
-              {pop, Free, of(u"", VT_VARIANT, INT32_MIN), "~, -2147483648[]"},
-              {shift, Free, of(u"", VT_VARIANT, INT32_MIN), "#9, -2147483648[]"},
               {push, Free, of(u"a", VT_VARIANT, INT32_MAX), "~, 2147483647[a]"},
               {push, Free, twoDimensions(), "~, [~ ~]"},
-              {pop, Free, twoDimensions(), "~, [~ ~]"},
               {shift, Free, twoDimensions(), "#9, [~ ~]"},
-              {unshift, Free, twoDimensions(), "~, [~ ~]"},
               {push, Free, of(nullptr, VT_BSTR), "~, [x]"},
               {push, Free, of(u"12", VT_I4), "~, [1 2 0]"},
               {shift, Free, of(u"12", VT_BSTR), "1, [2]"},
-              {shift, Free, of(u"1", VT_BSTR), "none, none"},
               {unshift, Free, of(u"1234", VT_R8), "~, [3 3 3 4]"}};
   for (const auto& row : rows) {
     PageVariable variable(row.array, true, true);
@@ -116,7 +101,6 @@ TEST(Bounds, AreThirtyTwoBitsOrTheSixteenBitMinusOne) {
   } rows[] = {{of(u"ab"), 0, 1, VT_I4},
               {of(u""), 0, -1, VT_I4},
               {of(u"1", VT_I4, -7), -7, -7, VT_I4},
-              {twoDimensions(), 0, 0, VT_I4},
               {of(nullptr), -1, -1, VT_I2}};
   for (const auto& row : rows) {
     PageVariable variable(row.array);

@@ -1,9 +1,10 @@
 // Values into JSON text.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
-#include <numbers>
 #include <string>
+#include <vector>
 
 #include "tests/functions/json_object.h"
 #include "tests/support/named_object.h"
@@ -99,42 +100,17 @@ TEST(JsonEncode, WritesEachKindOfValue) {
 
 // Whatever the way to it: the text is that of the platform's own conversion, with "." for ",".
 TEST(JsonEncode, NumbersHaveTheirOrdinaryText) {
-  const auto expectOrdinary = [](double value) {
-    std::string expected = toUtf8(textOf(Variant(value)));
-    if (const std::size_t comma = expected.find(','); comma != expected.npos) expected[comma] = '.';
-    EXPECT_EQ(encoded(Variant(value)), expected);
-  };
-  for (const double value : {0.0,
-                             -0.0,
-                             1.5,
-                             -1.5,
-                             1.0 / 3,
-                             0.1 + 0.2,
-                             1e14,
-                             999999999999999.0,
-                             1e15,
-                             1.5e20,
-                             -1e300,
-                             1e-4,
-                             1e-5,
-                             123456789.123456789,
-                             4.9e-324,
-                             99.0,
-                             100.0,
-                             101.0,
-                             -9.0,
-                             10.0,
-                             1234567890123.0,
-                             0.99999999999999994,
-                             2.5e-7,
-                             std::numbers::pi,
-                             123456789012345.6,
-                             1234567890123456.7})
-    expectOrdinary(value);
+  std::vector<double> values = {
+      0.0,    -0.0, 1.0 / 3,  0.1 + 0.2,           999999999999999.0, 1e15,
+      1.5e20, 1e-5, 4.9e-324, 0.99999999999999994, 123456789012345.6};
   for (double value = 1; value < 1e18; value *= 7) {
-    expectOrdinary(value);
-    expectOrdinary(-value + 1);
-    expectOrdinary(value / 1024);
+    values.push_back(-value + 1);
+    values.push_back(value / 1024);
+  }
+  for (const double value : values) {
+    std::string expected = toUtf8(textOf(Variant(value)));
+    std::ranges::replace(expected, ',', '.');
+    EXPECT_EQ(encoded(Variant(value)), expected);
   }
 }
 
@@ -152,17 +128,7 @@ TEST(JsonEncode, EscapesWhatStringsMayNotHold) {
   const Variant lone = encode(Variant(std::u16string(1, 0xD800)));
   EXPECT_TRUE(viewOf(lone.bstrVal) == (std::u16string(u"\"") + char16_t{0xD800} + u"\""));
 
-  // At every place of texts of every length, and one after another.
-  for (std::size_t length = 0; length < 40; ++length) {
-    for (std::size_t place = 0; place < length; ++place) {
-      std::string expected(length, 'x');
-      std::u16string text(length, u'x');
-      text[place] = u'\n';
-      expected.replace(place, 1, "\\n");
-      EXPECT_EQ(encoded(Variant(text)), "\"" + expected + "\"");
-      EXPECT_TRUE(viewOf(decode(fromUtf8("\"" + expected + "\"")).bstrVal) == text);
-    }
-  }
+  EXPECT_EQ(encoded(Variant(u"a\n\nb\"")), "\"a\\n\\nb\\\"\"");
   EXPECT_EQ(encoded(Variant(std::u16string(1000, u'\x01'))).size(), 6002u);
 }
 
@@ -188,89 +154,70 @@ TEST(JsonEncode, RefusesOtherObjectsByName) {
 }
 
 /// A cursor over rows of two fields, which notes how it is called.
-class Cursor {
- public:
-  Cursor(std::int32_t state, std::vector<std::pair<Variant, Variant>> rows)
-      : rows_(std::move(rows)) {
-    cursor_.value(u"State", Variant(state));
-    note(u"RecordCount", [this, count = static_cast<std::int32_t>(rows_.size())] {
-      return converted(Variant(count), countType);
-    });
-    note(u"BOF", [this] { return Variant(booleanOf(rows_.empty())); });
-    note(u"EOF", [this] { return Variant(booleanOf(row_ >= rows_.size())); });
-    note(u"MoveFirst", [this] {
-      if (refusesMoves) throw AutomationError(3021, u"no rows", u"cursor");
-      row_ = 0;
-      return Variant();
-    });
-    note(u"MoveNext", [this] {
-      ++row_;
-      return Variant();
-    });
-    note(u"Fields", [this] {
-      return Variant(ScriptObject()
-                         .elements({field(u"id", [this] { return rows_[row_].first; }),
-                                    field(u"na\"me", [this] { return rows_[row_].second; })})
-                         .object());
-    });
-  }
-  Cursor(const Cursor&) = delete;
-  Cursor& operator=(const Cursor&) = delete;
-
-  [[nodiscard]] Variant object() const { return Variant(named(u"Recordset", cursor_.object())); }
-  /// The calls since the last time, by name.
-  std::string calls() { return std::exchange(calls_, {}); }
-
+struct Cursor {
+  std::int32_t state = 1;
+  std::vector<std::pair<Variant, Variant>> rows = {};
   bool refusesMoves = false;
   VARTYPE countType = VT_I4;
+  std::size_t row = 0;
+  std::string calls = "";
 
- private:
-  void note(std::u16string_view name, std::function<Variant()> call) {
-    cursor_.member(name, [this, call, label = toUtf8(name)](auto) {
-      calls_ += (calls_.empty() ? "" : " ") + label;
-      return call();
+  Variant object() {
+    ScriptObject cursor;
+    const auto member = [&](const char16_t* name, auto value) {
+      cursor.member(name, [this, name, value](auto) {
+        calls += toUtf8(name) + " ";
+        return Variant(value());
+      });
+    };
+    cursor.value(u"State", Variant(state));
+    member(u"RecordCount", [this] {
+      return converted(Variant(static_cast<std::int32_t>(rows.size())), countType);
     });
+    member(u"BOF", [this] { return booleanOf(rows.empty()); });
+    member(u"EOF", [this] { return booleanOf(row >= rows.size()); });
+    member(u"MoveFirst", [this] {
+      if (refusesMoves) throw AutomationError(3021, u"no rows", u"cursor");
+      row = 0;
+      return Variant();
+    });
+    member(u"MoveNext", [this] { return Variant(static_cast<std::int32_t>(++row)); });
+    member(u"Fields", [this] {
+      const auto field = [](const char16_t* name, const Variant& value) {
+        return Variant(
+            ScriptObject().value(u"Name", Variant(name)).value(u"Value", value).object());
+      };
+      return ScriptObject()
+          .elements({field(u"id", rows[row].first), field(u"na\"me", rows[row].second)})
+          .object();
+    });
+    return Variant(named(u"Recordset", cursor.object()));
   }
-  static Variant field(std::u16string_view name, std::function<Variant()> value) {
-    return Variant(ScriptObject()
-                       .value(u"Name", Variant(name))
-                       .member(u"Value", [value](auto) { return value(); })
-                       .object());
-  }
-
-  ScriptObject cursor_;
-  std::vector<std::pair<Variant, Variant>> rows_;
-  std::size_t row_ = 0;
-  std::string calls_;
 };
 
 TEST(JsonEncode, ReadsCursorsRowByRow) {
-  Cursor open(1, {{Variant(std::int32_t{1}), Variant(u"a\n")}, {Variant(2.5), Variant::null()}});
+  Cursor open{1, {{Variant(std::int32_t{1}), Variant(u"a\n")}, {Variant(2.5), Variant::null()}}};
   EXPECT_EQ(encoded(arrayOf({open.object()})),
             "[{\"state\": \"open\",\"recordCount\": 2,\"rows\": ["
             "{\"id\":1,\"na\"me\":\"a\\n\"},{\"id\":2.5,\"na\"me\":null}]}]");
-  EXPECT_EQ(open.calls(),
-            "RecordCount MoveFirst BOF EOF EOF Fields MoveNext EOF Fields MoveNext EOF MoveFirst");
+  EXPECT_EQ(open.calls,
+            "RecordCount MoveFirst BOF EOF EOF Fields MoveNext EOF Fields MoveNext EOF MoveFirst ");
 
-  Cursor empty(1, {});
-  EXPECT_EQ(encoded(empty.object()), "{\"state\": \"open\",\"recordCount\": 0,\"rows\": []}");
-  EXPECT_EQ(empty.calls(), "RecordCount MoveFirst BOF EOF MoveFirst");
-  for (const VARTYPE type : {VT_UI2, VT_UI4, VT_I8, VT_UI8, VT_INT}) {
-    empty.countType = type;
+  for (const VARTYPE type : {VT_I4, VT_UI2, VT_UI4, VT_I8, VT_UI8, VT_INT}) {
+    Cursor empty{.countType = type};
     EXPECT_EQ(encoded(empty.object()), "{\"state\": \"open\",\"recordCount\": 0,\"rows\": []}");
+    EXPECT_EQ(empty.calls, "RecordCount MoveFirst BOF EOF MoveFirst ");
+    empty.refusesMoves = true;
+    EXPECT_EQ(encoded(empty.object()), "3021 cursor: no rows");
   }
-  empty.refusesMoves = true;
-  EXPECT_EQ(encoded(empty.object()), "3021 cursor: no rows");
-
   const std::pair<std::int32_t, const char*> states[] = {
       {0, "{\"state\": \"closed\"}"}, {4, "{\"state\": \"executing\"}"}, {2, "{}"}};
   for (const auto& [state, expected] : states) {
-    Cursor cursor(state, {});
+    Cursor cursor{state};
     EXPECT_EQ(encoded(cursor.object()), expected);
-    EXPECT_EQ(cursor.calls(), "");
+    EXPECT_EQ(cursor.calls, "");
   }
-
-  Cursor broken(1, {{Variant(u"x"), Variant(Object())}});
+  Cursor broken{1, {{Variant(u"x"), Variant(Object())}}};
   EXPECT_TRUE(encoded(broken.object()).starts_with("8732 "));
 }
 
@@ -308,17 +255,12 @@ TEST(JsonEncode, WhatACursorDoesToItsDictionaryDoesNoHarm) {
 
 TEST(JsonEncode, WhatHoldsItselfEndsWithAnError) {
   const char* const expected = "28 QUENDAL_REPORTS_ASP: Out of stack space";
-  const Dictionary dictionary = Dictionary::create();
-  dictionary.add(Variant(u"self"), Variant(dictionary.object()));
-  EXPECT_EQ(encoded(Variant(dictionary.object())), expected);
-  onSmallStack([] {
-    const Dictionary own = Dictionary::create();
-    own.add(Variant(u"self"), Variant(own.object()));
-    EXPECT_EQ(encoded(Variant(own.object())), "28 QUENDAL_REPORTS_ASP: Out of stack space");
-    own.removeAll();
+  onSmallStack([=] {
+    const Dictionary dictionary = Dictionary::create();
+    dictionary.add(Variant(u"self"), Variant(dictionary.object()));
+    EXPECT_EQ(encoded(Variant(dictionary.object())), expected);
+    dictionary.removeAll();
   });
-  dictionary.removeAll();
-
   const auto holder = std::make_shared<Variant>();
   const Object cursor =
       named(u"Recordset", ScriptObject()

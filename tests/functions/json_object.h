@@ -6,7 +6,7 @@
 #include "base/utf8.h"
 #include "core/dictionary.h"
 #include "core/dispatch.h"
-#include "functions/json.h"
+#include "functions/json/json.h"
 
 namespace quendal::test::json {
 

@@ -3,7 +3,7 @@
 
 #include <quendal/variant.h>
 
-namespace quendal {
+namespace quendal::json {
 
 /// A text value with the JSON text of a value, without any layout. References are followed. Takes
 /// arrays of Variants, dictionaries and open database cursors ("Recordset"), nested in any way;
@@ -12,6 +12,6 @@ namespace quendal {
 ///
 /// Raises 8732 for any other object, 13 for arrays of other elements, 28 for nesting beyond what
 /// fits the thread's stack (a dictionary that holds itself is one), and what a cursor raises.
-[[nodiscard]] Variant encodeJson(const VARIANT& value);
+[[nodiscard]] Variant encode(const VARIANT& value);
 
-}  // namespace quendal
+}  // namespace quendal::json

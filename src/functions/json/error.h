@@ -5,11 +5,11 @@
 
 #include <string_view>
 
-namespace quendal {
+namespace quendal::json {
 
-[[noreturn]] inline void raiseJsonError(std::u16string_view description) {
+[[noreturn]] inline void raiseError(std::u16string_view description) {
   constexpr int kJsonError = 8732;
   throw AutomationError(kJsonError, description, u"QUENDAL_CLASSIC_ASP.DLL");
 }
 
-}  // namespace quendal
+}  // namespace quendal::json

@@ -2,18 +2,16 @@
 // optional fraction, an optional exponent.
 #pragma once
 
-namespace quendal {
-
-constexpr bool isJsonDigit(char16_t c) noexcept { return c >= u'0' && c <= u'9'; }
+namespace quendal::json {
 
 /// A number that was read and where it ends.
-struct JsonNumber {
+struct Number {
   double value;
   const char16_t* end;
 };
 
 /// Reads the longest number that starts at `begin`, where a digit stands, or "-" and a digit. The
 /// value is the nearest double; 0 for one too small. Raises 6 for one that no double reaches.
-[[nodiscard]] JsonNumber readJsonNumber(const char16_t* begin, const char16_t* end);
+[[nodiscard]] Number readNumber(const char16_t* begin, const char16_t* end);
 
-}  // namespace quendal
+}  // namespace quendal::json

@@ -5,14 +5,14 @@
 
 #include <functional>
 
-#include "functions/json_writer.h"
+#include "functions/json/writer.h"
 
-namespace quendal {
+namespace quendal::json {
 
 /// Writes a cursor's state and, when it is open, its count of rows and all rows; afterwards it
 /// stands on its first row. `encode` writes the value of a field. Raises what the cursor raises,
 /// which may then stand on any row.
-void writeRecordset(const Object& recordset, JsonWriter& out,
+void writeRecordset(const Object& recordset, Writer& out,
                     const std::function<void(const VARIANT&)>& encode);
 
-}  // namespace quendal
+}  // namespace quendal::json

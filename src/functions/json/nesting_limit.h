@@ -7,7 +7,7 @@
 
 #include "platform/stack.h"
 
-namespace quendal {
+namespace quendal::json {
 
 /// Counts levels of nested arrays and objects against what fits the thread. The thread is asked
 /// only by values that nest deeper than most do.
@@ -28,4 +28,4 @@ class NestingLimit {
   bool isMeasured_ = false;
 };
 
-}  // namespace quendal
+}  // namespace quendal::json

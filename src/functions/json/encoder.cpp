@@ -1,4 +1,4 @@
-#include "functions/json_encoder.h"
+#include "functions/json/encoder.h"
 
 #include <quendal/object.h>
 
@@ -9,12 +9,12 @@
 #include "automation/dictionary_access.h"
 #include "base/text.h"
 #include "core/array_view.h"
-#include "functions/json_error.h"
-#include "functions/json_recordset.h"
-#include "functions/json_writer.h"
-#include "functions/nesting_limit.h"
+#include "functions/json/error.h"
+#include "functions/json/nesting_limit.h"
+#include "functions/json/recordset.h"
+#include "functions/json/writer.h"
 
-namespace quendal {
+namespace quendal::json {
 namespace {
 
 // The containers whose end is not written yet. `held` keeps a container that nobody else does.
@@ -63,7 +63,7 @@ class Encoder {
  public:
   void encode(const VARIANT& value);
 
-  [[nodiscard]] Text take() { return out_.take(); }
+  [[nodiscard]] Text text() const { return out_.text(); }
 
  private:
   bool begin(const VARIANT& value, Variant* owner = nullptr);
@@ -77,22 +77,21 @@ class Encoder {
   void goOn(OpenNamedDictionary& dictionary);
   bool beginMember(const VARIANT& key, Variant&& item, bool isFirst);
   void close(char16_t bracket);
-  void pop() noexcept;
 
-  JsonWriter out_;
+  Writer out_;
   std::deque<Open> open_;  // in place of calls within calls: they would use up the stack
-  std::size_t depth_ = 0;  // how many these are
   NestingLimit limit_;
 };
 
 void Encoder::encode(const VARIANT& value) {
-  const std::size_t outside = depth_;
+  const std::size_t outside = open_.size();
   try {
     begin(value);
-    while (depth_ > outside) std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
+    while (open_.size() > outside)
+      std::visit([this](auto& innermost) { goOn(innermost); }, open_.back());
   } catch (...) {
     // The innermost first: it may be locked inside what the one around it holds.
-    while (depth_ > outside) pop();
+    while (open_.size() > outside) open_.pop_back();
     throw;
   }
 }
@@ -130,9 +129,9 @@ void Encoder::writePlain(const VARIANT& value) {
     case VT_R8:
       return out_.putNumber(value.dblVal);
     case VT_I2:
-      return out_.putNumber(std::int32_t{value.iVal});
+      return out_.put(decimalText(value.iVal));
     case VT_I4:
-      return out_.putNumber(std::int32_t{value.lVal});
+      return out_.put(decimalText(value.lVal));
     case VT_R4:
       return out_.putNumber(textOf(value));
     case VT_NULL:
@@ -147,34 +146,32 @@ void Encoder::writePlain(const VARIANT& value) {
 }
 
 bool Encoder::beginArray(const VARIANT& value, Variant* owner) {
-  limit_.checkBelow(depth_);
+  limit_.checkBelow(open_.size());
   if (value.parray == nullptr) {
     out_.put(u"[]");  // no elements yet
     return false;
   }
   out_.put(u'[');
   open_.emplace_back(std::in_place_type<OpenArray>, value, owner);
-  ++depth_;
   return true;
 }
 
 bool Encoder::beginObject(const VARIANT& value) {
-  limit_.checkBelow(depth_);
+  limit_.checkBelow(open_.size());
   // An object is asked only while it is held: what it does may replace where it stands.
   const Variant held = Variant::copyOf(value);
   if (held.punkVal != nullptr) {
     Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, *held.punkVal);
-    ++depth_;
     if (std::get<OpenDictionary>(open).reader.isDictionary()) {
       out_.put(u'{');
       return true;
     }
-    pop();
+    open_.pop_back();
   }
   const std::u16string name = typeNameOf(held);
   const bool isRecordset = name == u"Recordset";
   if (!isRecordset && name != u"Dictionary")
-    raiseJsonError(u"(DLL) JSON does not support " + name + u" object types yet.");
+    raiseError(u"(DLL) JSON does not support " + name + u" object types yet.");
   const Object object = Object::from(held);
   if (isRecordset) {
     writeRecordset(object);
@@ -182,7 +179,6 @@ bool Encoder::beginObject(const VARIANT& value) {
   }
   out_.put(u'{');
   open_.emplace_back(std::in_place_type<OpenNamedDictionary>, object);
-  ++depth_;
   return true;
 }
 
@@ -191,7 +187,7 @@ bool Encoder::beginObject(const VARIANT& value) {
 void Encoder::writeRecordset(const Object& recordset) {
   constexpr std::size_t kStackOfCursor = 65'536;
   if (platform::remainingStack() < kStackOfCursor) throw AutomationError(error_number::kOutOfStack);
-  quendal::writeRecordset(recordset, out_, [this](const VARIANT& value) { encode(value); });
+  json::writeRecordset(recordset, out_, [this](const VARIANT& value) { encode(value); });
 }
 
 // Each goes on up to the next array or dictionary inside, or to the end.
@@ -240,20 +236,15 @@ bool Encoder::beginMember(const VARIANT& key, Variant&& item, bool isFirst) {
 
 void Encoder::close(char16_t bracket) {
   out_.put(bracket);
-  pop();
-}
-
-void Encoder::pop() noexcept {
   open_.pop_back();
-  --depth_;
 }
 
 }  // namespace
 
-Variant encodeJson(const VARIANT& value) {
+Variant encode(const VARIANT& value) {
   Encoder encoder;
   encoder.encode(value);
-  return Variant(encoder.take());
+  return Variant(encoder.text());
 }
 
-}  // namespace quendal
+}  // namespace quendal::json

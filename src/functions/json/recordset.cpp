@@ -1,6 +1,6 @@
-#include "functions/json_recordset.h"
+#include "functions/json/recordset.h"
 
-namespace quendal {
+namespace quendal::json {
 namespace {
 
 enum State : std::int32_t { kClosed = 0, kOpen = 1, kExecuting = 4 };
@@ -10,14 +10,14 @@ bool isSet(const Object& recordset, std::u16string_view flag) {
 }
 
 // Providers count in integers of any type, of which pages know a few; a byte is no number in JSON.
-void writeCount(const Variant& count, JsonWriter& out,
+void writeCount(const Variant& count, Writer& out,
                 const std::function<void(const VARIANT&)>& encode) {
   const bool isInteger = count.vt >= VT_I1 && count.vt <= VT_UINT && count.vt != VT_UI1;
   if (!isInteger) return encode(count);
   out.putNumber(textOf(count));
 }
 
-void writeRow(const Object& recordset, JsonWriter& out,
+void writeRow(const Object& recordset, Writer& out,
               const std::function<void(const VARIANT&)>& encode) {
   bool isFirst = true;
   out.put(u'{');
@@ -32,7 +32,7 @@ void writeRow(const Object& recordset, JsonWriter& out,
   out.put(u'}');
 }
 
-void writeRows(const Object& recordset, JsonWriter& out,
+void writeRows(const Object& recordset, Writer& out,
                const std::function<void(const VARIANT&)>& encode) {
   recordset.call(u"MoveFirst");
   // Both flags are asked for, whatever the first one says.
@@ -50,7 +50,7 @@ void writeRows(const Object& recordset, JsonWriter& out,
 
 }  // namespace
 
-void writeRecordset(const Object& recordset, JsonWriter& out,
+void writeRecordset(const Object& recordset, Writer& out,
                     const std::function<void(const VARIANT&)>& encode) {
   out.put(u'{');
   switch (int32Of(recordset.get(u"State"))) {
@@ -74,4 +74,4 @@ void writeRecordset(const Object& recordset, JsonWriter& out,
   out.put(u'}');
 }
 
-}  // namespace quendal
+}  // namespace quendal::json

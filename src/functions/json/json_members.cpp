@@ -1,7 +1,7 @@
 // The members of `JSON`, in slot order.
 #include "core/guid.h"
 #include "core/members.h"
-#include "functions/json.h"
+#include "functions/json/json.h"
 
 namespace quendal {
 

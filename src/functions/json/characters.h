@@ -1,0 +1,13 @@
+// Kinds of characters in JSON text.
+#pragma once
+
+namespace quendal::json {
+
+constexpr bool isBlank(char16_t c) noexcept {
+  return c == u' ' || c == u'\n' || c == u'\r' || c == u'\t';
+}
+
+/// A double quotation mark, a backslash or a control character: what a string cannot hold as it is.
+constexpr bool isSpecial(char16_t c) noexcept { return c < 0x20 || c == u'"' || c == u'\\'; }
+
+}  // namespace quendal::json
