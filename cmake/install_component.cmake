@@ -34,11 +34,11 @@ if(QUENDAL_BITS EQUAL 64)
     ${CMAKE_CURRENT_BINARY_DIR}/generated/installer.wxs)
 endif()
 
-file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
-install(FILES README.md CHANGELOG.md DESTINATION .)
+set(readme ${CMAKE_CURRENT_BINARY_DIR}/generated/README.md)
+configure_file(packaging/README.md.in ${readme} @ONLY)
+install(FILES ${readme} CHANGELOG.md DESTINATION .)
 install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
-install(FILES ${pages} DESTINATION docs)
-install(DIRECTORY docs/images DESTINATION docs)
+install(FILES docs/installing.md docs/reference.md docs/behaviour.md DESTINATION docs)
 install(DIRECTORY examples/ DESTINATION examples
   PATTERN LOGS EXCLUDE
   PATTERN .gitignore EXCLUDE
