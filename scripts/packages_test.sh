@@ -18,7 +18,7 @@ run_packages() {
   check "checksums of the Windows package" checksums_hold
   check "links in the repository's documents" links_lead_somewhere
   check "the Windows package's documents name only what is in it" package_documents
-  check "the README names the packages of version $version, and no other" readme_names_version
+  check "the documents name the packages of version $version, and no other" readme_names_version
   check "a CMake project finds the Linux package" cmake_consumer
   check "pkg-config finds the Linux package" pkgconfig_consumer
   # The 64-bit Windows compares the installer's keys with those that the 32-bit one registered.
@@ -40,8 +40,8 @@ package_documents() {
 }
 
 readme_names_version() {
-  [ "$(grep -o 'quendal-classic-asp-[0-9][0-9.]*[0-9]' "$root/README.md" | sort -u)" = \
-    "quendal-classic-asp-$version" ]
+  [ "$(grep -oh 'quendal-classic-asp-[0-9][0-9.]*[0-9]' "$root/README.md" "$root/docs/installing.md" |
+    sort -u)" = "quendal-classic-asp-$version" ]
 }
 
 consumer_text='{"report":7,"open":[true,null]}'
