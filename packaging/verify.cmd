@@ -23,7 +23,7 @@ if defined named (
 ) else (
   echo FAILED: the component is not registered.
 )
-echo   Run register.cmd as administrator.
+echo   Run register.cmd as administrator, or repair the installation.
 exit /b 1
 
 rem The script ends with status 0 when the bitness is registered, 10 when it is not, 11 when only

@@ -6,6 +6,7 @@ var WORKS = 0, FAULT = 1, NOT_REGISTERED = 10, ONLY_NAMES = 11;
 var CLASSES = ["QUENDAL_REPORTS_ASP.LOGGING", "QUENDAL_REPORTS_ASP.FUNCTIONS"];
 var MACHINES = { x64: 0x8664, x86: 0x014C };
 var UTF16 = -1, READ = 1;
+var AGAIN = "Run register.cmd as administrator where the DLL is, or repair the installation.";
 
 var shell = new ActiveXObject("WScript.Shell");
 var files = new ActiveXObject("Scripting.FileSystemObject");
@@ -40,9 +41,8 @@ function machineOf(path) {
 }
 
 function checkFile(path) {
-  var again = "Run register.cmd as administrator where the DLL lies now.";
   if (!files.FileExists(path))
-    fault("registration", "It names a DLL that is not there (0x8007007E): " + path, again);
+    fault("registration", "It names a DLL that is not there (0x8007007E): " + path, AGAIN);
   var machine = machineOf(path);
   if (machine != MACHINES[bitness])
     fault("library", "This is no " + bitness + " DLL (0x8007000B): " + path,
@@ -66,8 +66,7 @@ function checkRegistration() {
     WScript.Quit(names ? ONLY_NAMES : NOT_REGISTERED);
   }
   if (classes < CLASSES.length)
-    fault("registration", "One of the two classes is missing.",
-          "Run register.cmd as administrator again.");
+    fault("registration", "One of the two classes is missing.", AGAIN);
   checkFile(path);
   for (i = 0; i < CLASSES.length; i++) {
     try {
