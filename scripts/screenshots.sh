@@ -130,8 +130,8 @@ check_page jscript '' 1375 '5 November 2026' 'Ship to ..........................
   '*** ERROR *** No JSON: Expecting property name'
 check_page diagnostics '' 1335 '<td>C:\<wbr>inetpub\<wbr>wwwroot\<wbr>LOGS\' 'Platform Information' \
   '<th scope="row">QUENDAL_CLASSIC_ASP.DLL</th>' '<td>C:\<wbr>windows\<wbr>system32\'
-check_page log '?errors=1' 1290 '<strong>5 error lines</strong>' '<strong>1 error line</strong>' \
-  '*** ERROR *** The prices cannot be read' '<li class="error">'
+check_page log '?errors=1&text=prices' 1290 '<strong>5 error lines</strong>' '<li class="error">' \
+  '*** ERROR *** The <mark>prices</mark> cannot be read'
 check_links
 check_forms
 check_log
