@@ -1,7 +1,8 @@
 # `cmake --install` of the Windows home: a folder for the bitness with the DLL, the type library and
-# the manifests, and beside it the registration commands, the documentation and the examples. Both
-# bitnesses install into the same folder.
+# the manifests, and beside it the commands, the documentation and the examples. Both bitnesses
+# install into the same folder; x64 adds the page host, and describes the installer's package.
 include(${CMAKE_CURRENT_LIST_DIR}/component_manifest.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/installer_source.cmake)
 
 if(QUENDAL_BITS EQUAL 64)
   set(folder x64)
@@ -21,12 +22,23 @@ configure_file(packaging/client.exe.manifest.in ${client_manifest} @ONLY)
 
 install(TARGETS QUENDAL_CLASSIC_ASP RUNTIME DESTINATION ${folder})
 install(FILES ${typelib} ${assembly_manifest} ${client_manifest} DESTINATION ${folder})
-install(PROGRAMS packaging/register.cmd packaging/unregister.cmd DESTINATION .)
+install(PROGRAMS packaging/register.cmd packaging/unregister.cmd packaging/verify.cmd
+  packaging/system_folders.cmd DESTINATION .)
+install(DIRECTORY packaging/verify DESTINATION .)
+if(QUENDAL_BITS EQUAL 64)
+  # The page host takes the classes from the DLL beside it.
+  install(PROGRAMS ${CMAKE_CURRENT_BINARY_DIR}/tools/asp_host/asp_host.exe DESTINATION ${folder})
+  install(FILES ${client_manifest} DESTINATION ${folder} RENAME asp_host.exe.manifest)
+  install(PROGRAMS packaging/try.cmd DESTINATION .)
+  configure_installer_source(${idl} packaging/installer.wxs.in
+    ${CMAKE_CURRENT_BINARY_DIR}/generated/installer.wxs)
+endif()
 
-file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
-install(FILES README.md DESTINATION .)
-install(FILES ${pages} DESTINATION docs)
-install(DIRECTORY docs/images DESTINATION docs)
+set(readme ${CMAKE_CURRENT_BINARY_DIR}/generated/README.md)
+configure_file(packaging/README.md.in ${readme} @ONLY)
+install(FILES ${readme} CHANGELOG.md DESTINATION .)
+install(FILES LICENSE DESTINATION . RENAME LICENSE.txt)
+install(FILES docs/installing.md docs/reference.md docs/behaviour.md DESTINATION docs)
 install(DIRECTORY examples/ DESTINATION examples
   PATTERN LOGS EXCLUDE
   PATTERN .gitignore EXCLUDE

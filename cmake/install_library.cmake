@@ -31,7 +31,7 @@ configure_file(packaging/quendal_classic_asp.pc.in ${pkgconfig_file} @ONLY)
 install(FILES ${pkgconfig_file} DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 file(GLOB pages CONFIGURE_DEPENDS docs/*.md)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(DIRECTORY docs/images DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 install(FILES examples/native_host.cpp DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -3,17 +3,23 @@ rem register.cmd [/user]
 rem Registers the component as it lies here, on a 64-bit Windows in both bitnesses: for the machine,
 rem as administrator, which is what IIS needs. With /user it is for programs that the current user
 rem runs himself, as cscript: IIS does not look at the classes of a user.
+rem Tells for each bitness what happened. The status is 0 when all went well, 1 when something
+rem failed, 2 for a wrong command line.
 rem unregister.cmd calls this with /u first, which takes the registration back.
 setlocal
 set "here=%~dp0"
 set failed=0
 set options=/s
+set done=registered
+set user=
 if /i "%~1"=="/u" (
   set options=/s /u
+  set done=unregistered
   shift /1
 )
 if /i "%~1"=="/user" (
   set options=%options% /n /i:user
+  set user=yes
   shift /1
 )
 if not "%~1"=="" (
@@ -22,30 +28,49 @@ if not "%~1"=="" (
   exit /b 2
 )
 
-rem A 32-bit command interpreter sees the 64-bit system folder under another name.
-set architecture=%PROCESSOR_ARCHITECTURE%
-set "system=%SystemRoot%\System32"
-if defined PROCESSOR_ARCHITEW6432 (
-  set architecture=%PROCESSOR_ARCHITEW6432%
-  set "system=%SystemRoot%\Sysnative"
+call "%here%system_folders.cmd"
+if defined x64 call :run "%x64%" x64
+if defined x86 call :run "%x86%" x86
+if not defined x64 if not defined x86 (
+  echo This Windows, %architecture%, does not run the component in its own programs.
+  exit /b 1
 )
-if /i "%architecture%"=="x86" (
-  call :run "%system%" x86
-) else (
-  if /i "%architecture%"=="AMD64" call :run "%system%" x64
-  rem Servers may lack the 32-bit subsystem; then there is no x86 program to register for.
-  if exist "%SystemRoot%\SysWOW64\regsvr32.exe" call :run "%SystemRoot%\SysWOW64" x86
-)
-if %failed%==1 if "%options:user=%"=="%options%" echo To change what is registered for the machine takes an administrator's rights.
-if %failed%==0 if "%options%"=="/s /n /i:user" echo This is for programs that you run yourself: IIS does not see it.
-exit /b %failed%
+if %failed%==1 exit /b 1
+if %done%==unregistered exit /b 0
+if defined user echo This is for programs that you run yourself: IIS does not see it.
+echo Run verify.cmd to see whether it works.
+exit /b 0
 
 :run
-"%~1\regsvr32.exe" %options% "%here%%~2\QUENDAL_CLASSIC_ASP.DLL"
-if errorlevel 1 (
-  echo %~2: failed
+set "dll=%here%%~2\QUENDAL_CLASSIC_ASP.DLL"
+if not exist "%dll%" (
+  echo %~2: FAILED, code 2: there is no "%dll%".
+  echo   Unpack the whole package again, and run this command there.
   set failed=1
-) else (
-  echo %~2: done
+  exit /b 0
 )
+"%~1\regsvr32.exe" %options% "%dll%"
+set code=%errorlevel%
+if %code%==0 (
+  echo %~2: %done% "%dll%"
+  exit /b 0
+)
+set failed=1
+echo %~2: FAILED, regsvr32 status %code%, "%dll%"
+if %code%==3 (
+  echo   The DLL cannot be loaded. Is it the %~2 one of this package, and may you read it?
+  echo   If Windows blocked the download, unblock the zip in its properties and unpack it again.
+) else if %code%==4 (
+  echo   The file is not this component. Unpack the package again.
+) else if %code%==5 (
+  if defined user (
+    echo   The registry of the user could not be written.
+  ) else (
+    echo   The registry could not be written, most often 0x80070005, access denied.
+    echo   Run this command as administrator.
+  )
+) else (
+  echo   This is a failure of regsvr32 itself.
+)
+echo   The system's own words: "%~1\regsvr32.exe"%options:/s=% "%dll%"
 exit /b 0

@@ -65,6 +65,12 @@ build() {
   fi
 }
 
+# make_installer PACKAGE VERSION MOMENT OUTPUT: the installer's package of an unpacked zip package.
+make_installer() {
+  cmake -DSOURCE="$root/build/win64/generated/installer.wxs" -DFOLDER="$1" -DVERSION="$2" \
+    -DMOMENT="$3" -DOUTPUT="$4" -P "$root/cmake/make_installer.cmake"
+}
+
 # A Windows of our own for each build folder. Programs and files are named by their path below it,
 # with backslashes. wine_start BITS returns 1 when it cannot be had on this machine, and 2 when it
 # does not come up in two tries.

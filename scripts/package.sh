@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Makes the packages: scripts/package.sh [OUTPUT_FOLDER], by default build/packages.
 #   quendal-classic-asp-VERSION-windows.zip             x64 and x86 components, for a server
+#   quendal-classic-asp-VERSION.msi                     the same for the Windows installer
 #   quendal-classic-asp-VERSION-linux-x86_64.tar.gz     library, headers, CMake and pkg-config files
-#   SHA256SUMS                                          of both
+#   SHA256SUMS                                          of all
 # Equal commits give equal bytes, wherever and whenever the packages are made with the same tools:
 # files carry the moment of the commit (or SOURCE_DATE_EPOCH).
 # scripts/package.sh --check-reproducible makes the packages of the last commit in two clones, with
@@ -22,15 +23,15 @@ make_packages() {
   moment=${SOURCE_DATE_EPOCH:-$(git -C "$root" log -1 --format=%ct)}
   [ -z "$(git -C "$root" status --porcelain 2>/dev/null)" ] ||
     say "note: the tree differs from its last commit, and so may the packages"
-  need_native && need_windows && need zip
+  need_native && need_windows && need zip wixl msitools
   build native quendal_classic_asp
-  build win64 QUENDAL_CLASSIC_ASP
+  build win64 QUENDAL_CLASSIC_ASP asp_host
   build win32 QUENDAL_CLASSIC_ASP
   version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$root/build/native/CMakeCache.txt")
 
   umask 022
   mkdir -p "$output"
-  rm -f "$output"/quendal-classic-asp-*.zip "$output"/quendal-classic-asp-*.tar.gz
+  rm -f "$output"/quendal-classic-asp-*.{zip,msi,tar.gz}
   work=$(mktemp -d)
 
   name=quendal-classic-asp-$version-windows
@@ -41,6 +42,7 @@ make_packages() {
   settle "$work/$name" "$moment"
   # The format has local times.
   (cd "$work" && find "$name" -type f | sort | TZ=UTC zip -q -9 -X -@ "$name.zip")
+  make_installer "$work/$name" "$version" "$moment" "$work/quendal-classic-asp-$version.msi"
 
   name=quendal-classic-asp-$version-linux-x86_64
   cmake --install "$root/build/native" --prefix "$work/$name" --strip >/dev/null
@@ -48,7 +50,7 @@ make_packages() {
   tar -C "$work" --sort=name --owner=0 --group=0 --numeric-owner --format=gnu -cf - "$name" |
     gzip -n -9 >"$work/$name.tar.gz"
 
-  mv "$work"/*.zip "$work"/*.tar.gz "$output"
+  mv "$work"/*.{zip,msi,tar.gz} "$output"
   (cd "$output" && sha256sum quendal-classic-asp-* >SHA256SUMS && cat SHA256SUMS)
   rm -rf "$work"
 }

@@ -66,7 +66,7 @@ keep_picture() {
 # Every address that a page links to answers.
 check_links() {
   local link links
-  links=$(grep -ohE '(href|src)="[^"#][^"]*"' "$out"/{default,json,strings,arrays,jscript,diagnostics}.html |
+  links=$(grep -ohE '(href|src)="[^"#][^"]*"' "$out"/{default,json,strings,arrays,jscript,diagnostics,log}.html |
     cut -d'"' -f2 | grep -v '^data:' | cut -d'#' -f1 | sort -u)
   for link in $links; do
     [ "$(fetch -o /dev/null -w '%{http_code}' "$(address "$link")")" = 200 ] || fail "the link $link"
@@ -91,6 +91,24 @@ check_forms() {
   answers "Tom''s &lt;script&gt;" -G --data-urlencode "text=Tom's <script>" "$(address strings.asp)"
 }
 
+# The reader of logs shows what is in them to the server itself, and reads nothing else.
+check_log() {
+  local log archive=LOG.TXT_15_NOV_2026.TXT logs=$drive/${site//\\//}/LOGS
+  log=$(address log.asp)
+  answers 'Title ............................. &lt;script&gt;é 😀' "$log"
+  answers 'The <mark>prices</mark> cannot be read' -G --data-urlencode 'text=Prices' "$log"
+  cp "$logs/LOG.TXT" "$logs/$archive"
+  answers "<option value=\"$archive\" selected>" -G --data-urlencode "file=$archive" "$log"
+  answers '<option value="LOG.TXT" selected>' -G --data-urlencode 'file=..\default.asp' "$log"
+  answers 'No run here is like that' -G --data-urlencode 'text=<script>alert' "$log"
+  wine_run 64 asp_host.exe run "C:\\$site\\log.asp" --headers --server-variable REMOTE_ADDR=10.1.2.3 \
+    >"$out/answer.html"
+  grep -qF 'Status: 403' "$out/answer.html" && ! grep -qF 'RUN ***' "$out/answer.html" ||
+    fail "the log shows to another machine"
+  [ "$(fetch -o /dev/null -w '%{http_code}' -H 'X-Forwarded-For: 10.1.2.3' "$log")" = 403 ] ||
+    fail "the log shows through a proxy"
+}
+
 need_windows && need chromium curl pngquant fonts-inter fonts-jetbrains-mono \
   fonts-noto-color-emoji fonts-ipafont-gothic
 build win64 asp_host QUENDAL_CLASSIC_ASP
@@ -112,8 +130,11 @@ check_page jscript '' 1375 '5 November 2026' 'Ship to ..........................
   '*** ERROR *** No JSON: Expecting property name'
 check_page diagnostics '' 1335 '<td>C:\<wbr>inetpub\<wbr>wwwroot\<wbr>LOGS\' 'Platform Information' \
   '<th scope="row">QUENDAL_CLASSIC_ASP.DLL</th>' '<td>C:\<wbr>windows\<wbr>system32\'
+check_page log '?errors=1&text=prices' 1290 '<strong>5 error lines</strong>' '<li class="error">' \
+  '*** ERROR *** The <mark>prices</mark> cannot be read'
 check_links
 check_forms
+check_log
 host_stop 64 || fail "the page host ended"
 [ ! -s "$out/screenshots.errors" ] || { cat "$out/screenshots.errors" >&2; fail "a page failed"; }
 
