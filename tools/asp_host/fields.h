@@ -23,6 +23,9 @@ using Fields = std::vector<Field>;
 /// Null when there is no field of the name, in any case.
 [[nodiscard]] const Field* find(const Fields& fields, std::u16string_view name) noexcept;
 
+/// The names of all fields, in order.
+[[nodiscard]] std::vector<Variant> namesOf(const Fields& fields);
+
 /// Adds a value to the field of a name.
 void add(Fields& fields, std::u16string_view name, std::u16string value);
 
@@ -34,7 +37,7 @@ using Decode = std::function<std::u16string(std::string_view bytes)>;
 /// A collection: items by name in any case and by position from 1; a missing name gives Empty.
 /// Without arguments it is `whole`; For Each visits the names.
 struct CollectionParts {
-  std::shared_ptr<const Fields> fields;
+  Fields fields;
   std::u16string whole;
   std::function<Variant(const Field&)> item;
 };

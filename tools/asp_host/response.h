@@ -1,7 +1,7 @@
 // What a page answers, collected until its end, and the Response object that collects it.
 #pragma once
 
-#include <map>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,8 +54,7 @@ class ResponseState {
 };
 
 /// `end` ends the page: it throws. `blocks` is the page's own text.
-[[nodiscard]] Object makeResponse(const StopFlag& stop, std::shared_ptr<ResponseState> state,
-                                  std::shared_ptr<const std::vector<std::u16string>> blocks,
-                                  std::function<void()> end);
+[[nodiscard]] Object makeResponse(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
+                                  std::vector<std::u16string> blocks, std::function<void()> end);
 
 }  // namespace quendal::host

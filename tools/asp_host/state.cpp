@@ -9,14 +9,13 @@ namespace quendal::host {
 namespace {
 
 constexpr std::chrono::minutes kSessionTime{20};
-constexpr std::size_t kMostSessions = 10'000;
 constexpr std::chrono::milliseconds kLockPoll{50};
 
 void requireNoObject(const VARIANT& value) {
   const VARTYPE type = value.vt & VT_TYPEMASK;
   if (type == VT_DISPATCH || type == VT_UNKNOWN)
-    throw AutomationError(error_number::kNoSuchMember,
-                          u"An object belongs to its page and cannot be kept between pages");
+    raise(error_number::kNoSuchMember,
+          u"An object belongs to its page and cannot be kept between pages");
   if (value.vt == kVariantArray)
     forEach(value, [](const Variant& item) { requireNoObject(follow(item)); });
 }
@@ -30,47 +29,37 @@ std::string newKey() {
 }
 
 /// What Session and Application have in common. `change` runs before each change.
-PageObject withContents(const StopFlag& stop, const std::shared_ptr<Contents>& contents,
+HostObject withContents(const StopFlag& stop, const std::shared_ptr<Contents>& contents,
                         const std::function<void()>& change) {
   const auto read = [contents](Arguments arguments) {
     if (!isPosition(arguments[0])) return contents->get(textOf(arguments[0]));
-    const auto names = contents->names();
-    const std::int32_t at = int32Of(arguments[0]);
-    if (at < 1 || static_cast<std::size_t>(at) > names.size())
-      throw AutomationError(error_number::kSubscript);
-    return contents->get(textOf(names[static_cast<std::size_t>(at - 1)]));
+    const std::vector<Variant> names = contents->names();
+    const auto at = static_cast<std::size_t>(int32Of(arguments[0])) - 1;
+    if (at >= names.size()) throw AutomationError(error_number::kSubscript);
+    return contents->get(textOf(names[at]));
   };
-  const auto write = [contents, change](Arguments arguments) {
-    change();
-    contents->put(textOf(arguments[0]), arguments[1]);
-    return Variant();
+  const auto changing = [change](auto step) {
+    return procedure([change, step](Arguments arguments) {
+      change();
+      step(arguments);
+    });
   };
+  const auto write = changing([contents](Arguments a) { contents->put(textOf(a[0]), a[1]); });
   const Object collection =
-      PageObject(stop)
-          .defaultMember({1, 1}, read, write)
+      pageObject(stop)
+          .defaultMember(read, write, {1, 1})
           .defaultName(u"Item")
           .property(
               u"Count",
               [contents] { return Variant(static_cast<std::int32_t>(contents->names().size())); })
-          .method(u"Remove", {1, 1},
-                  [contents, change](Arguments arguments) {
-                    change();
-                    contents->remove(textOf(arguments[0]));
-                    return Variant();
-                  })
-          .method(u"RemoveAll", {},
-                  [contents, change](Arguments) {
-                    change();
-                    contents->clear();
-                    return Variant();
-                  })
+          .member(u"Remove", changing([contents](Arguments a) { contents->remove(textOf(a[0])); }),
+                  {}, {1, 1})
+          .member(u"RemoveAll", changing([contents](Arguments) { contents->clear(); }), {}, {0, 0})
           .elements([contents] { return contents->names(); })
           .object();
-  PageObject object(stop);
-  object.defaultMember({1, 1}, read, write)
-      .defaultName(u"Value")
-      .property(u"Contents", [collection] { return Variant(collection); });
-  return object;
+  HostObject object = pageObject(stop);
+  object.defaultMember(read, write, {1, 1}).defaultName(u"Value").defaultName(u"Item");
+  return addCollection(object, u"Contents", collection);
 }
 
 }  // namespace
@@ -90,8 +79,7 @@ void Contents::put(std::u16string_view name, const VARIANT& value) {
 
 void Contents::remove(std::u16string_view name) {
   const std::scoped_lock lock(mutex_);
-  const auto found = values_.find(name);
-  if (found != values_.end()) values_.erase(found);
+  if (const auto found = values_.find(name); found != values_.end()) values_.erase(found);
 }
 
 void Contents::clear() {
@@ -109,7 +97,7 @@ std::vector<Variant> Contents::names() const {
 void PageLock::lock(const void* page, const StopFlag& stop) {
   std::unique_lock lock(mutex_);
   while (owner_ != nullptr && owner_ != page) {
-    if (*stop) throw AutomationError(error_number::kInvalidCall, u"The page has ended");
+    if (*stop) raiseEnded();
     freed_.wait_for(lock, kLockPoll);
   }
   owner_ = page;
@@ -145,15 +133,9 @@ bool Sessions::keep(const std::shared_ptr<SessionState>& session) {
   }
   if (!session->used) return false;
   const auto now = Clock::now();
-  const bool isNew = kept_.insert_or_assign(session->key, Kept{session, now}).second;
-  if (isNew && kept_.size() > kMostSessions) {
-    std::erase_if(kept_,
-                  [&](const auto& entry) { return now - entry.second.lastUsed >= kSessionTime; });
-    if (kept_.size() > kMostSessions)
-      kept_.erase(std::ranges::min_element(
-          kept_, {}, [](const auto& entry) { return entry.second.lastUsed; }));
-  }
-  return isNew;
+  std::erase_if(kept_,
+                [&](const auto& entry) { return now - entry.second.lastUsed >= kSessionTime; });
+  return kept_.insert_or_assign(session->key, Kept{session, now}).second;
 }
 
 Object makeSession(const StopFlag& stop, std::shared_ptr<SessionState> session) {
@@ -164,28 +146,21 @@ Object makeSession(const StopFlag& stop, std::shared_ptr<SessionState> session) 
                   session->used = true;
                   return Variant(session->id);
                 })
-      .method(u"Abandon", {},
-              [session](Arguments) {
-                session->abandoned = true;
-                return Variant();
-              })
+      .member(u"Abandon", procedure([session](Arguments) { session->abandoned = true; }), {},
+              {0, 0})
       .object();
 }
 
 Object makeApplication(const StopFlag& stop, std::shared_ptr<SharedState> shared,
                        const void* page) {
   const std::shared_ptr<Contents> contents(shared, &shared->application);
+  PageLock& lock = shared->applicationLock;  // lives as long as the contents
   return withContents(stop, contents, [] {})
-      .method(u"Lock", {},
-              [shared, page, stop](Arguments) {
-                shared->applicationLock.lock(page, stop);
-                return Variant();
-              })
-      .method(u"Unlock", {},
-              [shared, page](Arguments) {
-                shared->applicationLock.unlock(page);
-                return Variant();
-              })
+      .member(u"Lock",
+              procedure([contents, &lock, page, stop](Arguments) { lock.lock(page, stop); }), {},
+              {0, 0})
+      .member(u"Unlock", procedure([contents, &lock, page](Arguments) { lock.unlock(page); }), {},
+              {0, 0})
       .object();
 }
 

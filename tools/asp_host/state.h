@@ -1,16 +1,29 @@
 // What outlives a page: the contents of the application and of each session.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "base/characters.h"
 #include "page_object.h"
 
 namespace quendal::host {
+
+/// Orders names without regard to the case of A to Z.
+struct NameOrder {
+  using is_transparent = void;
+  bool operator()(std::u16string_view a, std::u16string_view b) const noexcept {
+    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
+  }
+};
 
 /// Named values that pages on all threads share. An object belongs to the apartment of its page, so
 /// that none can be kept here, neither by itself nor in an array (438).

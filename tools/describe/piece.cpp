@@ -1,128 +1,106 @@
 #include "describe/piece.h"
 
-#include <optional>
+#include <algorithm>
+#include <fstream>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
-#include <string_view>
-#include <utility>
 
 namespace quendal {
 namespace {
 
+void trimEnd(std::string& text) { text.resize(text.find_last_not_of('\n') + 1); }
+
 /// The names of a heading, "A, B".
-std::vector<std::string> namesOf(std::string heading) {
-  std::erase(heading, ' ');
+std::vector<std::string> namesOf(const std::string& heading) {
   std::istringstream list(heading);
   std::vector<std::string> names;
-  for (std::string name; std::getline(list, name, ',');) names.push_back(name);
+  for (std::string name; std::getline(list >> std::ws, name, ',');) names.push_back(name);
   return names;
 }
 
-/// "- `Name`: text" in two; nothing for any other line.
-std::optional<std::pair<std::string, std::string>> meaningOf(const std::string& line) {
-  constexpr std::string_view kBegin = "- `", kMiddle = "`: ";
-  const std::size_t end = line.find(kMiddle);
-  if (!line.starts_with(kBegin) || end == std::string::npos) return {};
-  return {{line.substr(kBegin.size(), end - kBegin.size()), line.substr(end + kMiddle.size())}};
-}
-
-void appendLine(std::string& text, const std::string& line) {
-  if (!text.empty()) text += '\n';
-  text += line;
-}
-
-/// Reads line by line; a paragraph goes on in the field that its first line chose.
+/// Reads line by line; a paragraph goes on in the text that its first line chose.
 class PieceReader {
  public:
-  explicit PieceReader(std::istream& text) : text_(text) {}
+  explicit PieceReader(Piece& piece) : piece_(piece) {}
 
-  Piece read() {
-    while (nextLine()) {
-      if (line_.starts_with("```vbscript"))
-        takeBlock(entry().example);
-      else if (line_.starts_with("```text"))
-        takeBlock(entry().output);
-      else if (line_.starts_with("```"))
-        takeVerbatimBlock();
-      else
-        takeLine();
+  void take(const std::string& line) {
+    static const std::regex kMeaning("- `(\\w+)`: (.*)"), kField("(Result|Errors): (.*)"),
+        kHeading("##? ?(.*)"), kFence("```(vbscript|text)");
+    std::smatch parts;
+    if (inBlock_) {
+      inBlock_ = line != "```";
+      if (inBlock_ || text_ == &entry_->notes) *text_ += line + '\n';
+      if (!inBlock_) text_ = &entry_->notes;
+    } else if (std::regex_match(line, parts, kFence)) {
+      begin(parts[1] == "text" ? entry_->output : entry_->example, "");
+      inBlock_ = true;
+    } else if (line.starts_with("```")) {
+      begin(entry_->notes, line);
+      inBlock_ = true;
+    } else if (std::regex_match(line, parts, kHeading)) {
+      if (line.starts_with("##")) entry_ = &piece_.entries.emplace_back();
+      entry_->names = namesOf(parts[1]);
+      text_ = &entry_->notes;
+    } else if (std::regex_match(line, parts, kMeaning)) {
+      begin(entry_->meanings[parts[1]], parts[2]);
+    } else if (std::regex_match(line, parts, kField)) {
+      begin(parts[1] == "Result" ? entry_->result : entry_->errors, parts[2]);
+    } else {
+      if (line.empty()) text_ = &entry_->notes;
+      *text_ += line + '\n';
     }
-    if (piece_.opening.names.size() != 1) fail("the first line is no heading \"# Name\"");
-    return std::move(piece_);
+  }
+
+  void end() {
+    if (inBlock_) piece_.fail(entry_->names.at(0), "the block has no end");
+    finish(piece_.opening);
+    for (Entry& entry : piece_.entries) finish(entry);
   }
 
  private:
-  PieceEntry& entry() { return piece_.entries.empty() ? piece_.opening : piece_.entries.back(); }
-
-  bool nextLine() {
-    ++number_;
-    return static_cast<bool>(std::getline(text_, line_));
+  void begin(std::string& text, const std::string& start) {
+    if (&text != &entry_->notes && !text.empty())
+      piece_.fail(entry_->names.at(0), "something is said twice");
+    text_ = &text;
+    if (!start.empty()) text += start + '\n';
   }
 
-  [[noreturn]] void fail(const std::string& what) const {
-    throw std::runtime_error("line " + std::to_string(number_) + ": " + what);
+  static void finish(Entry& entry) {
+    for (auto* text : {&entry.notes, &entry.result, &entry.errors, &entry.example, &entry.output})
+      trimEnd(*text);
+    for (auto& [name, meaning] : entry.meanings) trimEnd(meaning);
+    entry.notes.erase(0, entry.notes.find_first_not_of('\n'));
   }
 
-  void takeLine() {
-    constexpr std::string_view kResult = "Result: ", kErrors = "Errors: ";
-    if (line_.starts_with("# ")) {
-      if (number_ != 1) fail("a second heading of the first level");
-      piece_.opening.names = namesOf(line_.substr(2));
-    } else if (line_.starts_with("## ")) {
-      piece_.entries.emplace_back().names = namesOf(line_.substr(3));
-      if (entry().names.empty()) fail("a heading without a name");
-      paragraph_ = nullptr;
-    } else if (const auto meaning = meaningOf(line_)) {
-      begin(entry().meanings[meaning->first], meaning->second);
-    } else if (line_.starts_with(kResult)) {
-      begin(entry().result, line_.substr(kResult.size()));
-    } else if (line_.starts_with(kErrors)) {
-      begin(entry().errors, line_.substr(kErrors.size()));
-    } else if (line_.empty()) {
-      paragraph_ = nullptr;
-    } else if (paragraph_ != nullptr) {
-      appendLine(*paragraph_, line_);
-    } else {
-      std::string& notes = entry().notes;
-      if (!notes.empty()) notes += "\n\n";
-      notes += line_;
-      paragraph_ = &notes;
-    }
-  }
-
-  void begin(std::string& target, const std::string& text) {
-    if (!target.empty()) fail("said twice");
-    target = text;
-    paragraph_ = &target;
-  }
-
-  void takeBlock(std::string& target) {
-    if (!target.empty()) fail("a second block of this kind");
-    paragraph_ = nullptr;
-    while (nextLine()) {
-      if (line_ == "```") return;
-      appendLine(target, line_);
-    }
-    fail("the block has no end");
-  }
-
-  void takeVerbatimBlock() {
-    std::string block = line_, rest;
-    takeBlock(rest);
-    std::string& notes = entry().notes;
-    if (!notes.empty()) notes += "\n\n";
-    notes += block + '\n' + rest + "\n```";
-  }
-
-  std::istream& text_;
-  std::string line_;
-  int number_ = 0;
-  Piece piece_;
-  std::string* paragraph_ = nullptr;
+  Piece& piece_;
+  Entry* entry_ = &piece_.opening;
+  std::string* text_ = &entry_->notes;
+  bool inBlock_ = false;
 };
 
 }  // namespace
 
-Piece readPiece(std::istream& text) { return PieceReader(text).read(); }
+const Entry& Piece::entryOf(const std::string& name) const {
+  const auto found = std::ranges::find_if(
+      entries, [&](const Entry& entry) { return std::ranges::count(entry.names, name) != 0; });
+  if (found == entries.end()) fail(name, "has no entry");
+  return *found;
+}
+
+void Piece::fail(const std::string& about, const std::string& what) const {
+  throw std::runtime_error(file + ": " + about + ": " + what);
+}
+
+Piece readPiece(const std::filesystem::path& path) {
+  std::ifstream file(path);
+  if (!file) throw std::runtime_error(path.string() + ": cannot be read");
+  Piece piece;
+  piece.file = path.filename().string();
+  PieceReader reader(piece);
+  for (std::string line; std::getline(file, line);) reader.take(line);
+  reader.end();
+  return piece;
+}
 
 }  // namespace quendal
