@@ -8,24 +8,6 @@
 #include "site_path.h"
 
 namespace quendal::host {
-namespace {
-
-/// The element at a position from 1. Raises 9 when there is none.
-template <class List>
-const auto& elementAt(const List& list, const VARIANT& position) {
-  const std::int32_t number = int32Of(position);
-  if (number < 1 || static_cast<std::size_t>(number) > list.size())
-    throw AutomationError(error_number::kSubscript);
-  return list[static_cast<std::size_t>(number - 1)];
-}
-
-template <class List>
-Variant countOf(const List& list) {
-  return static_cast<std::int32_t>(list.size());
-}
-
-}  // namespace
-
 std::u16string Field::joined() const {
   std::u16string text;
   for (const std::u16string& value : values)
@@ -66,14 +48,10 @@ bool isPosition(const VARIANT& key) noexcept {
   return key.vt == VT_I2 || key.vt == VT_I4 || key.vt == VT_R8 || key.vt == VT_UI1;
 }
 
-std::vector<Variant> namesOf(const Fields& fields) {
-  std::vector<Variant> names;
-  for (const Field& field : fields) names.emplace_back(field.name);
-  return names;
-}
-
-Object makeCollection(const StopFlag& stop, CollectionParts parts) {
+HostObject makeCollection(const StopFlag& stop, CollectionParts parts) {
   const auto shared = std::make_shared<const CollectionParts>(std::move(parts));
+  std::vector<Variant> names;
+  for (const Field& field : shared->fields) names.emplace_back(field.name);
   return pageObject(stop)
       .defaultMember(
           [shared](Arguments arguments) -> Variant {
@@ -91,8 +69,7 @@ Object makeCollection(const StopFlag& stop, CollectionParts parts) {
               },
               {}, {1, 1})
       .property(u"Count", [shared] { return countOf(shared->fields); })
-      .elements([shared] { return namesOf(shared->fields); })
-      .object();
+      .elements(names);
 }
 
 Object makeValueList(const StopFlag& stop, const Field& field) {

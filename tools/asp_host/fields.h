@@ -23,9 +23,6 @@ using Fields = std::vector<Field>;
 /// Null when there is no field of the name, in any case.
 [[nodiscard]] const Field* find(const Fields& fields, std::u16string_view name) noexcept;
 
-/// The names of all fields, in order.
-[[nodiscard]] std::vector<Variant> namesOf(const Fields& fields);
-
 /// Adds a value to the field of a name.
 void add(Fields& fields, std::u16string_view name, std::u16string value);
 
@@ -41,12 +38,25 @@ struct CollectionParts {
   std::u16string whole;
   std::function<Variant(const Field&)> item;
 };
-[[nodiscard]] Object makeCollection(const StopFlag& stop, CollectionParts parts);
+[[nodiscard]] HostObject makeCollection(const StopFlag& stop, CollectionParts parts);
 
 /// The values of one field: joined when used as text, one by one by position.
 [[nodiscard]] Object makeValueList(const StopFlag& stop, const Field& field);
 
 /// A key of a collection that is a number, not a name.
 [[nodiscard]] bool isPosition(const VARIANT& key) noexcept;
+
+/// The element at a position from 1. Raises 9 when there is none.
+template <class List>
+const auto& elementAt(const List& list, const VARIANT& position) {
+  const auto index = static_cast<std::size_t>(int32Of(position)) - 1;
+  if (index >= list.size()) throw AutomationError(error_number::kSubscript);
+  return list[index];
+}
+
+template <class List>
+Variant countOf(const List& list) {
+  return static_cast<std::int32_t>(list.size());
+}
 
 }  // namespace quendal::host

@@ -68,9 +68,12 @@ PageResponse PageRun::execute() {
   } catch (const std::exception& error) {
     response = failed(messageOf(error));
   }
-  if (session_ != nullptr && shared_->sessions.keep(session_))
-    response.headers.emplace_back(
-        "Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" + session_->key + "; path=/; HttpOnly");
+  if (session_ != nullptr) {
+    shared_->sessions.leave(*session_);
+    if (session_->key != sessionKey())
+      response.headers.emplace_back("Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" +
+                                                      session_->key + "; path=/; HttpOnly");
+  }
   const std::scoped_lock lock(mutex_);
   started_.reset();
   return response;
@@ -85,13 +88,17 @@ ParsedPage PageRun::parse() const {
                     &readFile, &decoded});
 }
 
+std::string PageRun::sessionKey() const {
+  const auto decode = [](std::string_view bytes) { return decoded(bytes, kUtf8); };
+  const Fields cookies = parseFields(request_.header("Cookie"), ';', decode);
+  const Field* key = find(cookies, kSessionCookie);
+  return key == nullptr ? std::string() : encoded(key->values.front(), kUtf8);
+}
+
 Object PageRun::makeContext(const ParsedPage& page) {
   checkCodePage(page.codePage);
   response_->codePage = page.codePage;
-  const auto decodeCookie = [](std::string_view bytes) { return decoded(bytes, kUtf8); };
-  const Fields cookies = parseFields(request_.header("Cookie"), ';', decodeCookie);
-  const Field* key = find(cookies, kSessionCookie);
-  session_ = shared_->sessions.find(key == nullptr ? "" : encoded(key->values.front(), kUtf8));
+  session_ = shared_->sessions.find(sessionKey());
   const auto end = [this] {
     ended_ = true;
     *stop_ = true;

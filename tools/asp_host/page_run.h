@@ -39,6 +39,8 @@ class PageRun {
  private:
   [[nodiscard]] ParsedPage parse() const;
   void runScripts(const ParsedPage& page, const Object& context);
+  /// What the client says; empty for a client without a session.
+  [[nodiscard]] std::string sessionKey() const;
   [[nodiscard]] Object makeContext(const ParsedPage& page);
   [[nodiscard]] Object makeServer();
   [[nodiscard]] Object createObject(std::u16string_view programId);

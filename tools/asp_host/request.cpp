@@ -60,21 +60,14 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   return fields;
 }
 
+Variant textOfField(const Field& field) { return field.joined(); }
+
 /// A cookie's text, or the values of its keys: "user=a&lang=en".
 Object makeCookie(const StopFlag& stop, const std::u16string& raw, const Decode& decode) {
   const bool hasKeys = raw.find(u'=') != std::u16string::npos;
-  const auto keys = std::make_shared<const Fields>(
-      hasKeys ? parseFields(encoded(raw, kUtf8), '&', decode) : Fields{});
-  return pageObject(stop)
-      .defaultMember(
-          [keys, raw](Arguments arguments) -> Variant {
-            if (arguments.empty()) return raw;
-            const Field* key = find(*keys, textOf(arguments[0]));
-            return key == nullptr ? Variant() : Variant(key->joined());
-          },
-          {}, {0, 1})
+  return makeCollection(stop, {hasKeys ? parseFields(encoded(raw, kUtf8), '&', decode) : Fields{},
+                               raw, &textOfField})
       .property(u"HasKeys", [hasKeys] { return Variant(booleanOf(hasKeys)); })
-      .elements(namesOf(*keys))
       .object();
 }
 
@@ -107,18 +100,18 @@ Object makeRequest(const StopFlag& stop, const PageRequest& request, const PageP
                    unsigned codePage) {
   const Decode decode = [codePage](std::string_view bytes) { return decoded(bytes, codePage); };
   const auto values = [stop](const Field& field) { return Variant(makeValueList(stop, field)); };
-  const auto text = [](const Field& field) { return Variant(field.joined()); };
   const auto cookie = [stop, decode](const Field& field) {
     return Variant(makeCookie(stop, field.values.front(), decode));
   };
   const auto parsed = [&](std::string_view raw, char separator, auto item) {
-    return makeCollection(stop, {parseFields(raw, separator, decode), wide(raw), item});
+    return makeCollection(stop, {parseFields(raw, separator, decode), wide(raw), item}).object();
   };
   const std::pair<std::u16string_view, Object> collections[] = {
       {u"QueryString", parsed(request.query, '&', values)},
       {u"Form", parsed(isFormBody(request) ? request.body : std::string(), '&', values)},
       {u"Cookies", parsed(request.header("Cookie"), ';', cookie)},
-      {u"ServerVariables", makeCollection(stop, {serverVariables(request, place), {}, text})}};
+      {u"ServerVariables",
+       makeCollection(stop, {serverVariables(request, place), {}, &textOfField}).object()}};
   HostObject object = pageObject(stop);
   std::vector<Object> inOrder;
   for (const auto& [name, collection] : collections) {

@@ -38,20 +38,6 @@ std::u16string httpDate(const VARIANT& value) {
   return decoded(text.data(), kUtf8);
 }
 
-/// The bytes of an array of bytes; a text by its units, as a script holds bytes in one.
-std::string bytesOf(const VARIANT& value) {
-  if (value.vt == VT_BSTR) {
-    const std::u16string_view text = viewOf(value.bstrVal);
-    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
-  }
-  const Variant array = converted(value, VT_ARRAY | VT_UI1);
-  void* data = nullptr;
-  check(SafeArrayAccessData(array.parray, &data));
-  std::string bytes(static_cast<const char*>(data), array.parray->rgsabound[0].cElements);
-  check(SafeArrayUnaccessData(array.parray));
-  return bytes;
-}
-
 Object makeCookie(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
                   const std::u16string& name) {
   // What is put to a property becomes an attribute with a value, or one that is there or not.
@@ -88,9 +74,8 @@ Object makeCookie(const StopFlag& stop, const std::shared_ptr<ResponseState>& st
 
 }  // namespace
 
-void ResponseState::write(std::u16string_view text) { writeBytes(encoded(text, codePage)); }
-
-void ResponseState::writeBytes(std::string_view bytes) {
+void ResponseState::write(std::u16string_view text) {
+  const std::string bytes = encoded(text, codePage);
   if (body_.size() + bytes.size() > kMostBytes) refuse(u"The response is too long");
   body_ += bytes;
 }
@@ -170,7 +155,6 @@ Object makeResponse(const StopFlag& stop, const std::shared_ptr<ResponseState>& 
   does(u"WriteBlock", 1, [state, blocks = std::move(blocks)](Arguments a) {
     state->write(blocks.at(static_cast<std::size_t>(int32Of(a[0]))));
   });
-  does(u"BinaryWrite", 1, [state](Arguments a) { state->writeBytes(bytesOf(a[0])); });
   does(u"Clear", 0, [state](Arguments) { state->clear(); });
   does(u"Flush", 0, [state](Arguments) { state->flush(); });
   does(u"End", 0, [end](Arguments) { end(); });

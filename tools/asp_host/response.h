@@ -30,7 +30,6 @@ class ResponseState {
 
   /// Raises 5 for a body beyond 16 MB.
   void write(std::u16string_view text);
-  void writeBytes(std::string_view bytes);
   void clear();
   /// From here on headers and what was written stand.
   void flush() noexcept { flushed_ = body_.size(), committed_ = true; }

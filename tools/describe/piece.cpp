@@ -2,82 +2,55 @@
 
 #include <algorithm>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 
 namespace quendal {
 namespace {
 
-void trimEnd(std::string& text) { text.resize(text.find_last_not_of('\n') + 1); }
+constexpr std::string_view kBlockEnd = "\n```\n";
 
-/// The names of a heading, "A, B".
-std::vector<std::string> namesOf(const std::string& heading) {
-  std::istringstream list(heading);
-  std::vector<std::string> names;
-  for (std::string name; std::getline(list >> std::ws, name, ',');) names.push_back(name);
-  return names;
+/// Removes what begins so at a line's start, and returns what follows up to the end, which stays
+/// where it is unless it is that of a block. Empty when nothing begins so.
+std::string take(std::string& text, std::string_view begin, std::string_view end) {
+  const std::size_t place = text.find("\n" + std::string(begin));
+  if (place == std::string::npos) return {};
+  const std::size_t start = place + 1 + begin.size();
+  const std::size_t stop = text.find(end, start);
+  if (stop == std::string::npos) throw std::runtime_error("the block has no end");
+  const std::string taken = text.substr(start, stop - start);
+  text.erase(place, stop + (end == kBlockEnd ? end.size() - 1 : 0) - place);
+  return taken;
 }
 
-/// Reads line by line; a paragraph goes on in the text that its first line chose.
-class PieceReader {
- public:
-  explicit PieceReader(Piece& piece) : piece_(piece) {}
-
-  void take(const std::string& line) {
-    static const std::regex kMeaning("- `(\\w+)`: (.*)"), kField("(Result|Errors): (.*)"),
-        kHeading("##? ?(.*)"), kFence("```(vbscript|text)");
-    std::smatch parts;
-    if (inBlock_) {
-      inBlock_ = line != "```";
-      if (inBlock_ || text_ == &entry_->notes) *text_ += line + '\n';
-      if (!inBlock_) text_ = &entry_->notes;
-    } else if (std::regex_match(line, parts, kFence)) {
-      begin(parts[1] == "text" ? entry_->output : entry_->example, "");
-      inBlock_ = true;
-    } else if (line.starts_with("```")) {
-      begin(entry_->notes, line);
-      inBlock_ = true;
-    } else if (std::regex_match(line, parts, kHeading)) {
-      if (line.starts_with("##")) entry_ = &piece_.entries.emplace_back();
-      entry_->names = namesOf(parts[1]);
-      text_ = &entry_->notes;
-    } else if (std::regex_match(line, parts, kMeaning)) {
-      begin(entry_->meanings[parts[1]], parts[2]);
-    } else if (std::regex_match(line, parts, kField)) {
-      begin(parts[1] == "Result" ? entry_->result : entry_->errors, parts[2]);
-    } else {
-      if (line.empty()) text_ = &entry_->notes;
-      *text_ += line + '\n';
+/// An entry of the text from its heading's names on.
+Entry readEntry(std::string text) {
+  Entry entry;
+  std::istringstream heading(text.substr(0, text.find('\n')));
+  for (std::string name; std::getline(heading >> std::ws, name, ',');) entry.names.push_back(name);
+  text = text.substr(std::min(text.find('\n'), text.size())) + "\n\n";
+  entry.example = take(text, "```vbscript\n", kBlockEnd);
+  entry.output = take(text, "```text\n", kBlockEnd);
+  entry.result = take(text, "Result: ", "\n\n");
+  entry.errors = take(text, "Errors: ", "\n\n");
+  std::istringstream meanings(take(text, "- `", "\n\n"));
+  std::string* meaning = nullptr;  // goes on in the lines that begin no other
+  for (std::string line; std::getline(meanings, line);) {
+    const std::size_t start = line.starts_with("- `") ? 3 : 0;
+    if (meaning != nullptr && start == 0) {
+      meaning->append('\n' + line);
+      continue;
     }
+    const std::size_t middle = line.find("`: ", start);
+    if (middle == std::string::npos) throw std::runtime_error("no colon in " + line);
+    meaning = &entry.meanings[line.substr(start, middle - start)];
+    *meaning = line.substr(middle + 3);
   }
-
-  void end() {
-    if (inBlock_) piece_.fail(entry_->names.at(0), "the block has no end");
-    finish(piece_.opening);
-    for (Entry& entry : piece_.entries) finish(entry);
-  }
-
- private:
-  void begin(std::string& text, const std::string& start) {
-    if (&text != &entry_->notes && !text.empty())
-      piece_.fail(entry_->names.at(0), "something is said twice");
-    text_ = &text;
-    if (!start.empty()) text += start + '\n';
-  }
-
-  static void finish(Entry& entry) {
-    for (auto* text : {&entry.notes, &entry.result, &entry.errors, &entry.example, &entry.output})
-      trimEnd(*text);
-    for (auto& [name, meaning] : entry.meanings) trimEnd(meaning);
-    entry.notes.erase(0, entry.notes.find_first_not_of('\n'));
-  }
-
-  Piece& piece_;
-  Entry* entry_ = &piece_.opening;
-  std::string* text_ = &entry_->notes;
-  bool inBlock_ = false;
-};
+  const std::size_t first = std::min(text.find_first_not_of('\n'), text.size());
+  entry.notes = text.substr(first, text.find_last_not_of('\n') + 1 - first);
+  return entry;
+}
 
 }  // namespace
 
@@ -93,13 +66,24 @@ void Piece::fail(const std::string& about, const std::string& what) const {
 }
 
 Piece readPiece(const std::filesystem::path& path) {
-  std::ifstream file(path);
-  if (!file) throw std::runtime_error(path.string() + ": cannot be read");
+  std::ostringstream content;
+  content << std::ifstream(path).rdbuf();
+  const std::string text = content.str();
   Piece piece;
   piece.file = path.filename().string();
-  PieceReader reader(piece);
-  for (std::string line; std::getline(file, line);) reader.take(line);
-  reader.end();
+  if (!text.starts_with("# ")) piece.fail("the first line", "is no heading");
+  constexpr std::string_view kHeading = "\n## ";
+  std::size_t start = 2;
+  for (bool isFirst = true; start < text.size(); isFirst = false) {
+    const std::size_t end = std::min(text.find(kHeading, start), text.size());
+    const std::string section = text.substr(start, end - start);
+    try {
+      (isFirst ? piece.opening : piece.entries.emplace_back()) = readEntry(section);
+    } catch (const std::runtime_error& error) {
+      piece.fail(section.substr(0, section.find('\n')), error.what());
+    }
+    start = end + kHeading.size();
+  }
   return piece;
 }
 

@@ -40,7 +40,7 @@ struct Piece {
   [[noreturn]] void fail(const std::string& about, const std::string& what) const;
 };
 
-/// Throws std::runtime_error when the file cannot be read or a block has no end.
+/// Throws std::runtime_error when the file cannot be read or is not laid out so.
 [[nodiscard]] Piece readPiece(const std::filesystem::path& path);
 
 }  // namespace quendal
