@@ -152,10 +152,7 @@ int serveFolder(CommandLine& line) {
       {"--show-logs", [&] { options.showLogs = true; }},
       {"--script-timeout", [&] { options.scriptTimeout = line.timeout(); }},
   });
-  const auto to = [](FILE* stream) {
-    return [stream](std::string_view text) { print(stream, std::string(text) + "\n"); };
-  };
-  serve(options, {to(stdout), to(stderr)});
+  serve(options);
   return 0;
 }
 

@@ -25,10 +25,10 @@ bool offers(const Object& object, std::u16string_view member) {
   return SUCCEEDED(automation::memberId(object.dispatch(), member, &id));
 }
 
-std::u16string messageOf(const std::exception& error) {
+std::string messageOf(const std::exception& error) {
   if (const auto* raised = dynamic_cast<const AutomationError*>(&error))
-    return raised->description();
-  return decoded(error.what(), kUtf8);
+    return encoded(raised->description(), kUtf8);
+  return error.what();
 }
 
 }  // namespace
@@ -45,15 +45,15 @@ PageResponse PageRun::execute() {
     const std::scoped_lock lock(mutex_);
     started_ = Clock::now();
   }
-  std::optional<std::u16string> failure;
+  std::optional<std::string> failure;
   try {
     const ParsedPage page = parse();
     context_ = makeContext(page);
     runScripts(page, context_);
   } catch (const PageError& error) {
-    if (!ended_) failure = error.text();
+    if (!ended_) failure = error.what();
   } catch (const std::exception& error) {
-    failure = place_.file() + u": " + messageOf(error);
+    failure = fileName() + ": " + messageOf(error);
   }
   if (ended_) *stop_ = false;  // objects may still use the page at its end
   endObjects();
@@ -213,16 +213,18 @@ void PageRun::stop() noexcept {
   for (const auto& engine : engines_) engine->interrupt();
 }
 
+std::string PageRun::fileName() const { return encoded(place_.file(), kUtf8); }
+
 PageResponse PageRun::timedOut() {
   shared_->applicationLock.unlock(this);
-  return failed(place_.file() + u": the script ran longer than its time-out");
+  return failed(fileName() + ": the script ran longer than its time-out");
 }
 
-PageResponse PageRun::failed(std::u16string_view why) {
+PageResponse PageRun::failed(std::string why) {
   PageResponse response;
   response.status = 500;
   response.reason = "Internal Server Error";
-  response.failure = encoded(why, kUtf8);
+  response.failure = std::move(why);
   return response;
 }
 

@@ -46,7 +46,8 @@ class PageRun {
   [[nodiscard]] Object createObject(std::u16string_view programId);
   void endObjects() noexcept;
   void dropEngines() noexcept;
-  [[nodiscard]] static PageResponse failed(std::u16string_view why);
+  [[nodiscard]] static PageResponse failed(std::string why);
+  [[nodiscard]] std::string fileName() const;
 
   const PageRequest request_;
   const PagePlace place_;

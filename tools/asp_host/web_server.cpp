@@ -8,6 +8,7 @@
 #include <boost/beast/http.hpp>
 #include <boost/beast/version.hpp>
 
+#include <cstdio>
 #include <optional>
 
 #include "apartment_pool.h"
@@ -33,21 +34,25 @@ using RequestParser = http::request_parser<http::string_body>;
 
 std::string text(beast::string_view view) { return {view.data(), view.size()}; }
 
+void tell(FILE* stream, const std::string& line) {
+  std::fputs((line + '\n').c_str(), stream);
+  std::fflush(stream);
+}
+
 /// Awaits with failures as a value.
 auto into(error_code& error) { return asio::redirect_error(asio::use_awaitable, error); }
 
 class WebServer {
  public:
-  WebServer(const WebServerOptions& options, const WebServerLog& log)
+  explicit WebServer(const WebServerOptions& options)
       : options_(options),
-        log_(log),
         acceptor_(context_, {asio::ip::address_v4::loopback(), options.port}),
         pool_(options.threads, kMostWaitingPages) {}
 
   void serve() {
     port_ = acceptor_.local_endpoint().port();
-    log_.started("serving " + encoded(options_.root, kUtf8) +
-                 " at http://127.0.0.1:" + std::to_string(port_) + "/");
+    tell(stdout, "serving " + encoded(options_.root, kUtf8) +
+                     " at http://127.0.0.1:" + std::to_string(port_) + "/");
     asio::signal_set signals(context_, SIGINT, SIGTERM);
     signals.async_wait([this](error_code, int) { context_.stop(); });
     asio::co_spawn(context_, accept(), asio::detached);
@@ -184,7 +189,7 @@ class WebServer {
         co_await asio::async_initiate<const asio::use_awaitable_t<>, void(PageResponse)>(
             start, asio::use_awaitable);
     if (response.failure) {
-      log_.failed(name + ": " + *response.failure);
+      tell(stderr, name + ": " + *response.failure);
       response = errorResponse(response.status, *response.failure);
     }
     co_return response;
@@ -219,7 +224,6 @@ class WebServer {
   }
 
   const WebServerOptions options_;
-  const WebServerLog log_;
   const std::shared_ptr<SharedState> shared_ = std::make_shared<SharedState>();
   asio::io_context context_{1};
   asio::ip::tcp::acceptor acceptor_;
@@ -230,8 +234,6 @@ class WebServer {
 
 }  // namespace
 
-void serve(const WebServerOptions& options, const WebServerLog& log) {
-  WebServer(options, log).serve();
-}
+void serve(const WebServerOptions& options) { WebServer(options).serve(); }
 
 }  // namespace quendal::host
