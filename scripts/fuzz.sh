@@ -7,8 +7,7 @@ seconds=${1:-60}
 need_native && need clang libclang-rt-dev
 build fuzz fuzzers
 out=$root/build/fuzz
-mkdir -p "$out/corpus/version_resource_fuzz" "$out/findings"
-"$out/fuzz/make_version_seeds" "$out/corpus/version_resource_fuzz"
+mkdir -p "$out/findings"
 
 # Scratch files go to memory where that can be had.
 [ ! -w /dev/shm ] || export TMPDIR=/dev/shm

@@ -94,7 +94,7 @@ host_page() {
 # host_serves BITS: asks a page host that serves the test site over HTTP.
 host_serves() {
   local bits=$1 out=$root/build/win$1 log=$root/build/win$1/serve.log status=0 address
-  host_start "$bits" "$(wine_path "$bits")\\host\\site" "$out/host" --script-timeout 2 ||
+  host_start "$bits" "$(wine_path "$bits")\\host\\site" "$out/host" --script-timeout 60 ||
     { failed=$((failed + 1)); return; }
   timeout 300 "$root/build/asan/tests/host/serve/host_serve_tests" --gtest_brief=1 \
     "$host_port" "$(wine_folder "$bits")/host/site" "$out/host.errors" >"$log" 2>&1 || status=$?

@@ -54,7 +54,7 @@ std::string failure(const Files& files) {
     static_cast<void>(parse(files));
     return "none";
   } catch (const PageError& error) {
-    return toUtf8(error.text());
+    return error.what();
   }
 }
 

@@ -1,29 +1,21 @@
 #include "support/named_object.h"
 
 #include <string>
+#include <utility>
 
-#include "support/named_type.h"
+#include "automation/counted.h"
+#include "automation/host_type.h"
 
 namespace quendal::test {
 namespace {
 
-class NamedObject final : public IDispatch {
+class NamedObject final : public automation::Counted<IDispatch> {
  public:
   NamedObject(std::u16string_view name, const Object& inner, std::function<void()> whenAsked)
       : name_(name), inner_(inner), whenAsked_(std::move(whenAsked)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    *object = nullptr;
-    if (!(iid == IID_IUnknown) && !(iid == IID_IDispatch)) return E_NOINTERFACE;
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
+    return answer(iid, {{IID_IDispatch, static_cast<IDispatch*>(this)}}, object);
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     *count = 1;
@@ -31,7 +23,7 @@ class NamedObject final : public IDispatch {
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
     if (whenAsked_) whenAsked_();
-    return namedType(name_, info);
+    return automation::hostType(name_, info);
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override {
@@ -45,7 +37,6 @@ class NamedObject final : public IDispatch {
   }
 
  private:
-  ULONG references_ = 1;
   std::u16string name_;
   Object inner_;
   std::function<void()> whenAsked_;
@@ -54,7 +45,8 @@ class NamedObject final : public IDispatch {
 }  // namespace
 
 Object named(std::u16string_view className, const Object& inner, std::function<void()> whenAsked) {
-  return Object::attach(new NamedObject(className, inner, std::move(whenAsked)));
+  return Object::attach(
+      automation::makeCounted<NamedObject>(className, inner, std::move(whenAsked)).release());
 }
 
 }  // namespace quendal::test

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "base/text.h"
 #include "base/utf8.h"
 #include "platform/windows/wide.h"
 
@@ -43,7 +44,7 @@ std::string percentEncoded(std::u16string_view text, unsigned codePage) {
   std::string result;
   for (const char c : encoded(text, codePage)) {
     const auto byte = static_cast<unsigned char>(c);
-    if ((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'))
+    if (isDigit(c) || isLetter(c))
       result += c;
     else if (c == ' ')
       result += '+';
@@ -54,26 +55,10 @@ std::string percentEncoded(std::u16string_view text, unsigned codePage) {
 }
 
 std::u16string htmlEncoded(std::u16string_view text) {
-  std::u16string result;
-  for (const char16_t c : text) {
-    switch (c) {
-      case u'<':
-        result += u"&lt;";
-        break;
-      case u'>':
-        result += u"&gt;";
-        break;
-      case u'&':
-        result += u"&amp;";
-        break;
-      case u'"':
-        result += u"&quot;";
-        break;
-      default:
-        result += c;
-    }
-  }
-  return result;
+  std::u16string result = replaceAll(text, u"&", u"&amp;");
+  result = replaceAll(result, u"<", u"&lt;");
+  result = replaceAll(result, u">", u"&gt;");
+  return replaceAll(result, u"\"", u"&quot;");
 }
 
 }  // namespace quendal::host

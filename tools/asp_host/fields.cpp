@@ -1,24 +1,13 @@
 #include "fields.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "base/text.h"
 #include "site_path.h"
 
 namespace quendal::host {
-namespace {
-
-/// The element at a position from 1. Raises 9 when there is none.
-template <class List>
-const auto& elementAt(const List& list, const VARIANT& position) {
-  const std::int32_t number = int32Of(position);
-  if (number < 1 || static_cast<std::size_t>(number) > list.size())
-    throw AutomationError(error_number::kSubscript);
-  return list[static_cast<std::size_t>(number - 1)];
-}
-
-}  // namespace
-
 std::u16string Field::joined() const {
   std::u16string text;
   for (const std::u16string& value : values)
@@ -33,10 +22,9 @@ const Field* find(const Fields& fields, std::u16string_view name) noexcept {
 }
 
 void add(Fields& fields, std::u16string_view name, std::u16string value) {
-  const auto found = std::ranges::find_if(
-      fields, [&](const Field& field) { return equalNoCase(field.name, name); });
-  Field& field =
-      found != fields.end() ? *found : fields.emplace_back(Field{std::u16string(name), {}});
+  const Field* found = find(fields, name);
+  Field& field = found != nullptr ? fields[static_cast<std::size_t>(found - fields.data())]
+                                  : fields.emplace_back(Field{std::u16string(name), {}});
   field.values.push_back(std::move(value));
 }
 
@@ -60,45 +48,42 @@ bool isPosition(const VARIANT& key) noexcept {
   return key.vt == VT_I2 || key.vt == VT_I4 || key.vt == VT_R8 || key.vt == VT_UI1;
 }
 
-Object makeCollection(const StopFlag& stop, CollectionParts parts) {
+HostObject makeCollection(const StopFlag& stop, CollectionParts parts) {
   const auto shared = std::make_shared<const CollectionParts>(std::move(parts));
-  return PageObject(stop)
-      .defaultMember({0, 1},
-                     [shared](Arguments arguments) -> Variant {
-                       if (arguments.empty()) return shared->whole;
-                       if (isPosition(arguments[0]))
-                         return shared->item(elementAt(*shared->fields, arguments[0]));
-                       const Field* field = find(*shared->fields, textOf(arguments[0]));
-                       return field == nullptr ? Variant() : shared->item(*field);
-                     })
+  std::vector<Variant> names;
+  for (const Field& field : shared->fields) names.emplace_back(field.name);
+  return pageObject(stop)
+      .defaultMember(
+          [shared](Arguments arguments) -> Variant {
+            if (arguments.empty()) return shared->whole;
+            if (isPosition(arguments[0]))
+              return shared->item(elementAt(shared->fields, arguments[0]));
+            const Field* field = find(shared->fields, textOf(arguments[0]));
+            return field == nullptr ? Variant() : shared->item(*field);
+          },
+          {}, {0, 1})
       .defaultName(u"Item")
-      .method(u"Key", {1, 1},
+      .member(u"Key",
               [shared](Arguments arguments) {
-                return Variant(elementAt(*shared->fields, arguments[0]).name);
-              })
-      .property(u"Count",
-                [shared] { return Variant(static_cast<std::int32_t>(shared->fields->size())); })
-      .elements([shared] {
-        std::vector<Variant> names;
-        for (const Field& field : *shared->fields) names.emplace_back(field.name);
-        return names;
-      })
-      .object();
+                return Variant(elementAt(shared->fields, arguments[0]).name);
+              },
+              {}, {1, 1})
+      .property(u"Count", [shared] { return countOf(shared->fields); })
+      .elements(names);
 }
 
 Object makeValueList(const StopFlag& stop, const Field& field) {
   const auto shared = std::make_shared<const Field>(field);
-  return PageObject(stop)
-      .defaultMember({0, 1},
-                     [shared](Arguments arguments) {
-                       return Variant(arguments.empty() ? shared->joined()
-                                                        : elementAt(shared->values, arguments[0]));
-                     })
+  return pageObject(stop)
+      .defaultMember(
+          [shared](Arguments arguments) {
+            return Variant(arguments.empty() ? shared->joined()
+                                             : elementAt(shared->values, arguments[0]));
+          },
+          {}, {0, 1})
       .defaultName(u"Item")
-      .property(u"Count",
-                [shared] { return Variant(static_cast<std::int32_t>(shared->values.size())); })
-      .elements(
-          [shared] { return std::vector<Variant>(shared->values.begin(), shared->values.end()); })
+      .property(u"Count", [shared] { return countOf(shared->values); })
+      .elements({shared->values.begin(), shared->values.end()})
       .object();
 }
 

@@ -34,16 +34,29 @@ using Decode = std::function<std::u16string(std::string_view bytes)>;
 /// A collection: items by name in any case and by position from 1; a missing name gives Empty.
 /// Without arguments it is `whole`; For Each visits the names.
 struct CollectionParts {
-  std::shared_ptr<const Fields> fields;
+  Fields fields;
   std::u16string whole;
   std::function<Variant(const Field&)> item;
 };
-[[nodiscard]] Object makeCollection(const StopFlag& stop, CollectionParts parts);
+[[nodiscard]] HostObject makeCollection(const StopFlag& stop, CollectionParts parts);
 
 /// The values of one field: joined when used as text, one by one by position.
 [[nodiscard]] Object makeValueList(const StopFlag& stop, const Field& field);
 
 /// A key of a collection that is a number, not a name.
 [[nodiscard]] bool isPosition(const VARIANT& key) noexcept;
+
+/// The element at a position from 1. Raises 9 when there is none.
+template <class List>
+const auto& elementAt(const List& list, const VARIANT& position) {
+  const auto index = static_cast<std::size_t>(int32Of(position)) - 1;
+  if (index >= list.size()) throw AutomationError(error_number::kSubscript);
+  return list[index];
+}
+
+template <class List>
+Variant countOf(const List& list) {
+  return static_cast<std::int32_t>(list.size());
+}
 
 }  // namespace quendal::host

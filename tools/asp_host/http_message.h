@@ -16,7 +16,6 @@ struct PageRequest {
   std::string query;    // as it came, without "?"
   Headers headers;
   std::string body;
-  std::string remoteAddress = "127.0.0.1";
   unsigned port = 80;
   /// Server variables that replace or add to those made of the request.
   std::vector<std::pair<std::u16string, std::u16string>> variables;

@@ -56,29 +56,15 @@ Language languageOf(std::u16string_view name) {
   throw std::invalid_argument("no script language of this name is known");
 }
 
-/// The text of one file, with the line of each position.
-class SourceText {
- public:
-  SourceText(std::u16string file, std::u16string text)
-      : file_(std::move(file)), text_(std::move(text)) {
-    for (std::size_t i = 0; i < text_.size(); ++i)
-      if (text_[i] == u'\n') lineEnds_.push_back(i);
-  }
+/// The text of one file.
+struct SourceText {
+  std::u16string file;
+  std::u16string text;
 
-  [[nodiscard]] std::u16string_view text() const noexcept { return text_; }
-  [[nodiscard]] const std::u16string& file() const noexcept { return file_; }
-  [[nodiscard]] SourceLine place(std::size_t position) const {
-    const auto before = std::ranges::lower_bound(lineEnds_, position) - lineEnds_.begin();
-    return {file_, static_cast<int>(before) + 1};
-  }
+  /// Where a part of the text begins.
   [[nodiscard]] SourceLine place(std::u16string_view part) const {
-    return place(static_cast<std::size_t>(part.data() - text_.data()));
+    return {file, 1 + static_cast<int>(std::count(text.data(), part.data(), u'\n'))};
   }
-
- private:
-  std::u16string file_;
-  std::u16string text_;
-  std::vector<std::size_t> lineEnds_;
 };
 
 /// What is between two marks of a construct, and where the text goes on.
@@ -120,21 +106,22 @@ class Parser {
     if (isCycle) throw PageError(asked, u"the file includes itself: " + file);
     if (open_.size() == kDeepestInclude || ++files_ > kMostFiles)
       throw PageError(asked, u"there are too many includes");
-    const SourceText source(file, at(asked, [&] {
+    const SourceText source{file, at(asked, [&] {
                               const std::string bytes = sources_.read(file);
                               if (open_.empty()) readDirectiveOf(bytes);
                               return decode(bytes);
-                            }));
+                            })};
     open_.push_back(file);
+    const std::u16string_view text = source.text;
     std::size_t literal = 0;  // where the text that is written as it is begins
     std::size_t position = 0;
-    while ((position = source.text().find(u'<', position)) != std::u16string_view::npos) {
+    while ((position = text.find(u'<', position)) != text.npos) {
       if (const auto next = parseConstruct(source, literal, position))
         literal = position = *next;
       else
         ++position;
     }
-    addBlock(source, source.text().substr(literal));
+    addBlock(source, text.substr(literal));
     open_.pop_back();
   }
 
@@ -169,31 +156,30 @@ class Parser {
   /// where the text goes on; nothing for a "<" that is only text.
   std::optional<std::size_t> parseConstruct(const SourceText& source, std::size_t literal,
                                             std::size_t position) {
-    const std::u16string_view rest = source.text().substr(position);
-    const auto writeWaiting = [&] {
-      addBlock(source, source.text().substr(literal, position - literal));
-    };
+    const std::u16string_view text = source.text;
+    const std::u16string_view rest = text.substr(position);
+    const auto writeWaiting = [&] { addBlock(source, text.substr(literal, position - literal)); };
     if (rest.starts_with(u"<%")) {
       const bool isDirective = rest.starts_with(u"<%@");
       const bool isExpression = rest.starts_with(u"<%=");
       const auto [body, next] =
           enclosed(source, position, position + (isDirective || isExpression ? 3 : 2), u"%>");
       if (isDirective && (open_.size() > 1 || std::exchange(directiveSeen_, true)))
-        throw PageError(source.place(position), u"a page has one directive, in its own file");
+        throw PageError(source.place(rest), u"a page has one directive, in its own file");
       writeWaiting();
       if (isExpression)
         add(inline_, u"Response.Write(" + std::u16string(trimmed(body)) + u")",
             source.place(trimmed(body)));
       else if (!isDirective)
-        add(inline_, body, source.place(position));
+        add(inline_, body, source.place(rest));
       if (!isDirective) return next;
       // Nothing may stand before "Option Explicit", not even a line end.
-      return std::min(source.text().find_first_not_of(kBlanks, next), source.text().size());
+      return std::min(text.find_first_not_of(kBlanks, next), text.size());
     }
     if (rest.starts_with(u"<!--") && startsWith(trimmed(rest.substr(4)), u"#include")) {
       const auto [body, next] = enclosed(source, position, position + 4, u"-->");
       writeWaiting();
-      include(trimmed(body).substr(8), source.place(position));
+      include(trimmed(body).substr(8), source.place(rest));
       return next;
     }
     if (startsWith(rest, u"<script")) {
@@ -202,7 +188,7 @@ class Parser {
       if (!equalNoCase(attribute(attributes, u"runat").value_or(u""), u"server")) return {};
       const auto [body, next] = enclosed(source, position, position + tagEnd + 1, u"</script>");
       writeWaiting();
-      const SourceLine place = source.place(position);
+      const SourceLine place = source.place(rest);
       const auto name = attribute(attributes, u"language");
       const Language language = at(place, [&] { return name ? languageOf(*name) : language_; });
       add(language == language_ ? functions_ : foreign_, body, source.place(body));
@@ -214,12 +200,13 @@ class Parser {
   /// What is between `start` and an end mark, in any case, which must come.
   static Enclosed enclosed(const SourceText& source, std::size_t construct, std::size_t start,
                            std::u16string_view end) {
-    const std::u16string_view rest = source.text().substr(std::min(start, source.text().size()));
+    const std::u16string_view text = source.text;
+    const std::u16string_view rest = text.substr(std::min(start, text.size()));
     const auto found =
         std::search(rest.begin(), rest.end(), end.begin(), end.end(),
                     [](char16_t a, char16_t b) { return asciiLower(a) == asciiLower(b); });
     if (found == rest.end())
-      throw PageError(source.place(construct),
+      throw PageError(source.place(text.substr(construct)),
                       u"there is no " + std::u16string(end) + u" for this");
     const auto length = static_cast<std::size_t>(found - rest.begin());
     return {rest.substr(0, length), start + length + end.size()};
@@ -271,12 +258,9 @@ class Parser {
 
 }  // namespace
 
-PageError::PageError(SourceLine place, std::u16string message)
-    : place_(std::move(place)), message_(std::move(message)), what_(toUtf8(text())) {}
-
-std::u16string PageError::text() const {
-  return place_.file + u", line " + decimalText(place_.line) + u": " + message_;
-}
+PageError::PageError(const SourceLine& place, std::u16string_view message)
+    : std::runtime_error(toUtf8(place.file) + ", line " + std::to_string(place.line) + ": " +
+                         toUtf8(message)) {}
 
 ParsedPage parsePage(const std::u16string& file, const PageSources& sources) {
   return Parser(sources).parse(file);

@@ -8,8 +8,8 @@
 //                                ...
 #pragma once
 
-#include <exception>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,20 +23,11 @@ struct SourceLine {
   int line = 1;
 };
 
-/// A page that cannot be read or whose script failed, with the place in the page's own files.
-class PageError : public std::exception {
+/// A page that cannot be read or whose script failed, told with the place in the page's own files:
+/// "C:\site\page.asp, line 7: message", as UTF-8.
+class PageError : public std::runtime_error {
  public:
-  PageError(SourceLine place, std::u16string message);
-  [[nodiscard]] const SourceLine& place() const noexcept { return place_; }
-  [[nodiscard]] const std::u16string& message() const noexcept { return message_; }
-  /// "C:\site\page.asp, line 7: message"
-  [[nodiscard]] std::u16string text() const;
-  [[nodiscard]] const char* what() const noexcept override { return what_.c_str(); }
-
- private:
-  SourceLine place_;
-  std::u16string message_;
-  std::string what_;
+  PageError(const SourceLine& place, std::u16string_view message);
 };
 
 struct PageScript {

@@ -3,6 +3,8 @@
 #include <ocidl.h>
 
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 #include "automation/dispatch.h"
 #include "encoding.h"
@@ -23,10 +25,10 @@ bool offers(const Object& object, std::u16string_view member) {
   return SUCCEEDED(automation::memberId(object.dispatch(), member, &id));
 }
 
-std::u16string messageOf(const std::exception& error) {
+std::string messageOf(const std::exception& error) {
   if (const auto* raised = dynamic_cast<const AutomationError*>(&error))
-    return raised->description();
-  return decoded(error.what(), kUtf8);
+    return encoded(raised->description(), kUtf8);
+  return error.what();
 }
 
 }  // namespace
@@ -43,15 +45,15 @@ PageResponse PageRun::execute() {
     const std::scoped_lock lock(mutex_);
     started_ = Clock::now();
   }
-  std::optional<std::u16string> failure;
+  std::optional<std::string> failure;
   try {
     const ParsedPage page = parse();
     context_ = makeContext(page);
     runScripts(page, context_);
   } catch (const PageError& error) {
-    if (!ended_) failure = error.text();
+    if (!ended_) failure = error.what();
   } catch (const std::exception& error) {
-    failure = place_.file() + u": " + messageOf(error);
+    failure = fileName() + ": " + messageOf(error);
   }
   if (ended_) *stop_ = false;  // objects may still use the page at its end
   endObjects();
@@ -66,9 +68,12 @@ PageResponse PageRun::execute() {
   } catch (const std::exception& error) {
     response = failed(messageOf(error));
   }
-  if (session_ != nullptr && shared_->sessions.keep(session_))
-    response.headers.emplace_back(
-        "Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" + session_->key + "; path=/; HttpOnly");
+  if (session_ != nullptr) {
+    shared_->sessions.leave(*session_);
+    if (session_->key != sessionKey())
+      response.headers.emplace_back("Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" +
+                                                      session_->key + "; path=/; HttpOnly");
+  }
   const std::scoped_lock lock(mutex_);
   started_.reset();
   return response;
@@ -83,49 +88,50 @@ ParsedPage PageRun::parse() const {
                     &readFile, &decoded});
 }
 
+std::string PageRun::sessionKey() const {
+  const auto decode = [](std::string_view bytes) { return decoded(bytes, kUtf8); };
+  const Fields cookies = parseFields(request_.header("Cookie"), ';', decode);
+  const Field* key = find(cookies, kSessionCookie);
+  return key == nullptr ? std::string() : encoded(key->values.front(), kUtf8);
+}
+
 Object PageRun::makeContext(const ParsedPage& page) {
-  const StopFlag stop = stop_;
   checkCodePage(page.codePage);
   response_->codePage = page.codePage;
-  const auto decodeCookie = [](std::string_view bytes) { return decoded(bytes, kUtf8); };
-  const Fields cookies = parseFields(request_.header("Cookie"), ';', decodeCookie);
-  const Field* key = find(cookies, kSessionCookie);
-  session_ = shared_->sessions.find(key == nullptr ? "" : encoded(key->values.front(), kUtf8));
+  session_ = shared_->sessions.find(sessionKey());
   const auto end = [this] {
     ended_ = true;
     *stop_ = true;
     // Without the lock, with which a thread must not enter an engine: only this one changes the
     // list.
     for (const auto& engine : engines_) engine->interrupt();
-    throw AutomationError(error_number::kInvalidCall, u"The page has ended");
+    raiseEnded();
   };
-  const auto constant = [](Object value) { return [value] { return Variant(value); }; };
-  return PageObject(stop)
-      .property(u"Request", constant(makeRequest(stop, request_, place_, page.codePage)))
-      .property(u"Response",
-                constant(makeResponse(
-                    stop, response_,
-                    std::make_shared<const std::vector<std::u16string>>(page.blocks), end)))
-      .property(u"Server", constant(makeServer()))
-      .property(u"Session", constant(makeSession(stop, session_)))
-      .property(u"Application", constant(makeApplication(stop, shared_, this)))
-      .object();
+  HostObject context = pageObject(stop_);
+  const std::pair<std::u16string_view, Object> parts[] = {
+      {u"Request", makeRequest(stop_, request_, place_, page.codePage)},
+      {u"Response", makeResponse(stop_, response_, page.blocks, end)},
+      {u"Server", makeServer()},
+      {u"Session", makeSession(stop_, session_)},
+      {u"Application", makeApplication(stop_, shared_, this)}};
+  for (const auto& [name, part] : parts) addCollection(context, name, part);
+  return context.object();
 }
 
 Object PageRun::makeServer() {
-  return PageObject(stop_)
-      .method(u"CreateObject", {1, 1},
-              [this](Arguments a) { return Variant(createObject(textOf(a[0]))); })
-      .method(
-          u"MapPath", {1, 1},
-          [place = place_](Arguments a) { return Variant(place.map(textOf(a[0]), place.file())); })
-      .method(u"HTMLEncode", {1, 1},
-              [](Arguments a) { return Variant(htmlEncoded(joinedTextOf(a[0]))); })
-      .method(
-          u"URLEncode", {1, 1},
-          [this](Arguments a) {
-            return Variant(decoded(percentEncoded(joinedTextOf(a[0]), response_->codePage), kUtf8));
-          })
+  HostObject server = pageObject(stop_);
+  const auto gives = [&](std::u16string_view name, auto result) {
+    server.member(name, [result](Arguments arguments) { return Variant(result(arguments[0])); }, {},
+                  {1, 1});
+  };
+  gives(u"CreateObject", [this](const VARIANT& id) { return createObject(textOf(id)); });
+  gives(u"MapPath",
+        [place = place_](const VARIANT& path) { return place.map(textOf(path), place.file()); });
+  gives(u"HTMLEncode", [](const VARIANT& text) { return htmlEncoded(joinedTextOf(text)); });
+  gives(u"URLEncode", [this](const VARIANT& text) {
+    return decoded(percentEncoded(joinedTextOf(text), response_->codePage), kUtf8);
+  });
+  return server
       .property(
           u"ScriptTimeout",
           [this] {
@@ -134,7 +140,7 @@ Object PageRun::makeServer() {
           },
           [this](const VARIANT& value) {
             const std::int32_t seconds = int32Of(value);
-            if (seconds < 1) throw AutomationError(error_number::kInvalidCall);
+            if (seconds < 1) raise(error_number::kInvalidCall, u"A time-out is a second at least");
             const std::scoped_lock lock(mutex_);
             timeout_ = std::chrono::seconds(seconds);
           })
@@ -150,12 +156,11 @@ Object PageRun::createObject(std::u16string_view programId) {
           ? REGDB_E_CLASSNOTREG
           : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
                              IID_IDispatch, &created);
-  if (FAILED(code))
-    throw AutomationError(error_number::kCannotCreate, u"The object cannot be created: " + name);
+  if (FAILED(code)) raise(error_number::kCannotCreate, u"The object cannot be created: " + name);
   Object object = Object::attach(static_cast<IDispatch*>(created));
   void* asked = nullptr;
   if (SUCCEEDED(object.dispatch()->QueryInterface(__uuidof(IObjectWithSite), &asked))) {
-    const Reference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
+    const automation::CountedReference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
     sited->SetSite(engines_.back()->site());
   }
   if (offers(object, u"OnStartPage")) object.call(u"OnStartPage", context_);
@@ -208,31 +213,18 @@ void PageRun::stop() noexcept {
   for (const auto& engine : engines_) engine->interrupt();
 }
 
-std::vector<ModuleRange> PageRun::engineModules() const {
-  const std::scoped_lock lock(mutex_);
-  std::vector<ModuleRange> modules;
-  for (const auto& engine : engines_) modules.push_back(engine->module());
-  return modules;
-}
-
-void PageRun::abandon() noexcept {
-  const std::scoped_lock lock(mutex_);
-  for (auto& engine : engines_) static_cast<void>(engine.release());
-  for (Object& object : created_) static_cast<void>(object.release());
-  static_cast<void>(context_.release());
-  engines_.clear();
-}
+std::string PageRun::fileName() const { return encoded(place_.file(), kUtf8); }
 
 PageResponse PageRun::timedOut() {
   shared_->applicationLock.unlock(this);
-  return failed(place_.file() + u": the script ran longer than its time-out");
+  return failed(fileName() + ": the script ran longer than its time-out");
 }
 
-PageResponse PageRun::failed(std::u16string_view why) {
+PageResponse PageRun::failed(std::string why) {
   PageResponse response;
   response.status = 500;
   response.reason = "Internal Server Error";
-  response.failure = encoded(why, kUtf8);
+  response.failure = std::move(why);
   return response;
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "http_message.h"
@@ -32,21 +33,21 @@ class PageRun {
   [[nodiscard]] std::optional<Clock::time_point> deadline() const;
   /// Makes the page's objects raise from now on, and asks its engines to end.
   void stop() noexcept;
-  [[nodiscard]] std::vector<ModuleRange> engineModules() const;
   /// The answer for a page that took too long. Gives back what the page holds of the site.
   [[nodiscard]] PageResponse timedOut();
-  /// Lets go of everything that only the page's thread could have released, after its end.
-  void abandon() noexcept;
 
  private:
   [[nodiscard]] ParsedPage parse() const;
   void runScripts(const ParsedPage& page, const Object& context);
+  /// What the client says; empty for a client without a session.
+  [[nodiscard]] std::string sessionKey() const;
   [[nodiscard]] Object makeContext(const ParsedPage& page);
   [[nodiscard]] Object makeServer();
   [[nodiscard]] Object createObject(std::u16string_view programId);
   void endObjects() noexcept;
   void dropEngines() noexcept;
-  [[nodiscard]] static PageResponse failed(std::u16string_view why);
+  [[nodiscard]] static PageResponse failed(std::string why);
+  [[nodiscard]] std::string fileName() const;
 
   const PageRequest request_;
   const PagePlace place_;

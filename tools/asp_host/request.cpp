@@ -1,9 +1,12 @@
 #include "request.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "base/text.h"
 #include "encoding.h"
+#include "platform/locale.h"
 #include "site_path.h"
 
 namespace quendal::host {
@@ -25,10 +28,7 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   std::u16string all;
   Fields headers;
   for (const auto& [name, value] : request.headers) {
-    std::u16string key = u"HTTP_" + wide(name);
-    std::ranges::transform(key, key.begin(), [](char16_t c) {
-      return c == u'-' ? u'_' : c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c;
-    });
+    const std::u16string key = u"HTTP_" + platform::upperCase(replaceAll(wide(name), u"-", u"_"));
     all += key + u":" + wide(value) + u"\n";
     add(headers, key, wide(value));
   }
@@ -42,8 +42,8 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   set(u"PATH_INFO", place.virtualPath);
   set(u"PATH_TRANSLATED", place.file());
   set(u"QUERY_STRING", wide(request.query));
-  set(u"REMOTE_ADDR", wide(request.remoteAddress));
-  set(u"REMOTE_HOST", wide(request.remoteAddress));
+  set(u"REMOTE_ADDR", u"127.0.0.1");
+  set(u"REMOTE_HOST", u"127.0.0.1");
   set(u"REQUEST_METHOD", wide(request.method));
   set(u"SCRIPT_NAME", place.virtualPath);
   const std::u16string host = wide(request.header("Host"));
@@ -60,24 +60,14 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   return fields;
 }
 
+Variant textOfField(const Field& field) { return field.joined(); }
+
 /// A cookie's text, or the values of its keys: "user=a&lang=en".
 Object makeCookie(const StopFlag& stop, const std::u16string& raw, const Decode& decode) {
-  const auto keys = std::make_shared<const Fields>(
-      raw.find(u'=') == std::u16string::npos ? Fields{}
-                                             : parseFields(encoded(raw, kUtf8), '&', decode));
-  return PageObject(stop)
-      .defaultMember({0, 1},
-                     [keys, raw](Arguments arguments) -> Variant {
-                       if (arguments.empty()) return raw;
-                       const Field* key = find(*keys, textOf(arguments[0]));
-                       return key == nullptr ? Variant() : Variant(key->joined());
-                     })
-      .property(u"HasKeys", [keys] { return Variant(booleanOf(!keys->empty())); })
-      .elements([keys] {
-        std::vector<Variant> names;
-        for (const Field& key : *keys) names.emplace_back(key.name);
-        return names;
-      })
+  const bool hasKeys = raw.find(u'=') != std::u16string::npos;
+  return makeCollection(stop, {hasKeys ? parseFields(encoded(raw, kUtf8), '&', decode) : Fields{},
+                               raw, &textOfField})
+      .property(u"HasKeys", [hasKeys] { return Variant(booleanOf(hasKeys)); })
       .object();
 }
 
@@ -102,8 +92,7 @@ std::u16string PagePlace::map(std::u16string_view path, std::u16string_view from
            u"/" + full;
   const auto resolved = resolvedPath(full);
   if (!resolved)
-    throw AutomationError(error_number::kInvalidCall,
-                          u"The path is outside the site: " + std::u16string(path));
+    raise(error_number::kInvalidCall, u"The path is outside the site: " + std::u16string(path));
   return physical(*resolved);
 }
 
@@ -111,36 +100,36 @@ Object makeRequest(const StopFlag& stop, const PageRequest& request, const PageP
                    unsigned codePage) {
   const Decode decode = [codePage](std::string_view bytes) { return decoded(bytes, codePage); };
   const auto values = [stop](const Field& field) { return Variant(makeValueList(stop, field)); };
-  const auto text = [](const Field& field) { return Variant(field.joined()); };
-  const auto collection = [&](Fields fields, std::u16string whole, auto item) {
-    return makeCollection(stop, {std::make_shared<const Fields>(std::move(fields)),
-                                 std::move(whole), std::move(item)});
+  const auto cookie = [stop, decode](const Field& field) {
+    return Variant(makeCookie(stop, field.values.front(), decode));
   };
-  const std::string form = isFormBody(request) ? request.body : std::string();
-  const std::vector<Object> collections = {
-      collection(parseFields(request.query, '&', decode), wide(request.query), values),
-      collection(parseFields(form, '&', decode), wide(form), values),
-      collection(parseFields(request.header("Cookie"), ';', decode), wide(request.header("Cookie")),
-                 [stop, decode](const Field& field) {
-                   return Variant(makeCookie(stop, field.values.front(), decode));
-                 }),
-      collection(serverVariables(request, place), {}, text)};
-  PageObject object(stop);
-  constexpr std::u16string_view kNames[] = {u"QueryString", u"Form", u"Cookies",
-                                            u"ServerVariables"};
-  for (std::size_t i = 0; i < collections.size(); ++i)
-    object.property(kNames[i], [value = collections[i]] { return Variant(value); });
+  const auto parsed = [&](std::string_view raw, char separator, auto item) {
+    return makeCollection(stop, {parseFields(raw, separator, decode), wide(raw), item}).object();
+  };
+  const std::pair<std::u16string_view, Object> collections[] = {
+      {u"QueryString", parsed(request.query, '&', values)},
+      {u"Form", parsed(isFormBody(request) ? request.body : std::string(), '&', values)},
+      {u"Cookies", parsed(request.header("Cookie"), ';', cookie)},
+      {u"ServerVariables",
+       makeCollection(stop, {serverVariables(request, place), {}, &textOfField}).object()}};
+  HostObject object = pageObject(stop);
+  std::vector<Object> inOrder;
+  for (const auto& [name, collection] : collections) {
+    addCollection(object, name, collection);
+    inOrder.push_back(collection);
+  }
   return object
       .property(u"TotalBytes",
                 [size = request.body.size()] { return Variant(static_cast<std::int32_t>(size)); })
-      .defaultMember({1, 1},
-                     [collections](Arguments arguments) -> Variant {
-                       for (const Object& each : collections) {
-                         Variant found = each.get(u"Item", textOf(arguments[0]));
-                         if (found.vt != VT_EMPTY) return found;
-                       }
-                       return {};
-                     })
+      .defaultMember(
+          [inOrder](Arguments arguments) -> Variant {
+            for (const Object& each : inOrder) {
+              Variant found = each.get(u"Item", textOf(arguments[0]));
+              if (found.vt != VT_EMPTY) return found;
+            }
+            return {};
+          },
+          {}, {1, 1})
       .defaultName(u"Item")
       .object();
 }

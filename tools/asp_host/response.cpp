@@ -1,7 +1,11 @@
 #include "response.h"
 
+#include <quendal/automation.h>
+#include <wininet.h>
+
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/text.h"
 #include "encoding.h"
@@ -11,9 +15,7 @@ namespace {
 
 constexpr std::size_t kMostBytes = 16 * 1024 * 1024;
 
-[[noreturn]] void refuse(std::u16string_view why) {
-  throw AutomationError(error_number::kInvalidCall, why);
-}
+[[noreturn]] void refuse(std::u16string_view why) { raise(error_number::kInvalidCall, why); }
 
 /// A value of a header line, which must stay one line.
 std::string headerText(std::u16string_view text) {
@@ -29,36 +31,20 @@ std::u16string httpDate(const VARIANT& value) {
   if (!VariantTimeToSystemTime(date.date, &local) ||
       !TzSpecificLocalTimeToSystemTime(nullptr, &local, &utc))
     refuse(u"This is no date");
-  static constexpr std::array kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-  static constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  std::array<char, 40> text{};
-  std::snprintf(text.data(), text.size(), "%s, %02u %s %04u %02u:%02u:%02u GMT",
-                kDays.at(utc.wDayOfWeek), unsigned{utc.wDay}, kMonths.at(utc.wMonth - 1u),
-                unsigned{utc.wYear}, unsigned{utc.wHour}, unsigned{utc.wMinute},
-                unsigned{utc.wSecond});
+  std::array<char, INTERNET_RFC1123_BUFSIZE + 1> text{};
+  if (!InternetTimeFromSystemTimeA(&utc, INTERNET_RFC1123_FORMAT, text.data(),
+                                   static_cast<DWORD>(text.size())))
+    refuse(u"This is no date");
   return decoded(text.data(), kUtf8);
-}
-
-/// The bytes of an array of bytes; a text by its units, as a script holds bytes in one.
-std::string bytesOf(const VARIANT& value) {
-  if (value.vt == VT_BSTR) {
-    const std::u16string_view text = viewOf(value.bstrVal);
-    return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
-  }
-  const Variant array = converted(value, VT_ARRAY | VT_UI1);
-  void* data = nullptr;
-  check(SafeArrayAccessData(array.parray, &data));
-  std::string bytes(static_cast<const char*>(data), array.parray->rgsabound[0].cElements);
-  check(SafeArrayUnaccessData(array.parray));
-  return bytes;
 }
 
 Object makeCookie(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
                   const std::u16string& name) {
-  const auto attribute = [state, name](std::u16string_view label) {
-    return [state, name, label](const VARIANT& value) {
-      state->cookie(name).attributes.append(u"; ").append(label).append(u"=").append(textOf(value));
+  // What is put to a property becomes an attribute with a value, or one that is there or not.
+  const auto attribute = [state, name](std::u16string_view label, auto valueOf) {
+    return [state, name, label, valueOf](const VARIANT& value) {
+      state->cookie(name).attributes.append(u"; ").append(label).append(u"=").append(
+          valueOf(value));
     };
   };
   const auto flag = [state, name](std::u16string_view label) {
@@ -67,34 +53,29 @@ Object makeCookie(const StopFlag& stop, const std::shared_ptr<ResponseState>& st
     };
   };
   const auto nothing = [] { return Variant(); };
-  return PageObject(stop)
-      .defaultMember(
-          {0, 1}, [](Arguments) { return Variant(); },
-          [state, name](Arguments arguments) {
-            Cookie& cookie = state->cookie(name);
-            if (arguments.size() == 1)
-              cookie.value = textOf(arguments[0]);
-            else
-              add(cookie.keys, textOf(arguments[0]), textOf(arguments[1]));
-            return Variant();
-          })
+  return pageObject(stop)
+      .defaultMember([](Arguments) { return Variant(); },
+                     procedure([state, name](Arguments arguments) {
+                       Cookie& cookie = state->cookie(name);
+                       if (arguments.size() == 1)
+                         cookie.value = textOf(arguments[0]);
+                       else
+                         add(cookie.keys, textOf(arguments[0]), textOf(arguments[1]));
+                     }),
+                     {0, 1})
       .defaultName(u"Item")
-      .property(u"Path", nothing, attribute(u"path"))
-      .property(u"Domain", nothing, attribute(u"domain"))
+      .property(u"Path", nothing, attribute(u"path", &textOf))
+      .property(u"Domain", nothing, attribute(u"domain", &textOf))
+      .property(u"Expires", nothing, attribute(u"expires", &httpDate))
       .property(u"Secure", nothing, flag(u"secure"))
       .property(u"HttpOnly", nothing, flag(u"HttpOnly"))
-      .property(u"Expires", nothing,
-                [state, name](const VARIANT& value) {
-                  state->cookie(name).attributes += u"; expires=" + httpDate(value);
-                })
       .object();
 }
 
 }  // namespace
 
-void ResponseState::write(std::u16string_view text) { writeBytes(encoded(text, codePage)); }
-
-void ResponseState::writeBytes(std::string_view bytes) {
+void ResponseState::write(std::u16string_view text) {
+  const std::string bytes = encoded(text, codePage);
   if (body_.size() + bytes.size() > kMostBytes) refuse(u"The response is too long");
   body_ += bytes;
 }
@@ -156,58 +137,48 @@ PageResponse ResponseState::finished() const {
   return response;
 }
 
-Object makeResponse(const StopFlag& stop, std::shared_ptr<ResponseState> state,
-                    std::shared_ptr<const std::vector<std::u16string>> blocks,
-                    std::function<void()> end) {
-  const Object cookies = PageObject(stop)
-                             .defaultMember(
-                                 {1, 1},
-                                 [stop, state](Arguments arguments) {
-                                   return Variant(makeCookie(stop, state, textOf(arguments[0])));
-                                 },
-                                 [state](Arguments arguments) {
-                                   state->cookie(textOf(arguments[0])).value = textOf(arguments[1]);
-                                   return Variant();
-                                 })
-                             .defaultName(u"Item")
-                             .object();
-  const auto text = [state](std::u16string ResponseState::*field) {
-    return [state, field](const VARIANT& value) {
-      state->requireOpenHeaders();
-      const std::u16string newText = textOf(value);
-      static_cast<void>(headerText(newText));
-      (*state).*field = newText;
-    };
+Object makeResponse(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
+                    std::vector<std::u16string> blocks, std::function<void()> end) {
+  const Object cookies =
+      pageObject(stop)
+          .defaultMember(
+              [stop, state](Arguments a) { return Variant(makeCookie(stop, state, textOf(a[0]))); },
+              procedure([state](Arguments a) { state->cookie(textOf(a[0])).value = textOf(a[1]); }),
+              {1, 1})
+          .defaultName(u"Item")
+          .object();
+  HostObject object = pageObject(stop);
+  const auto does = [&](std::u16string_view name, std::size_t count, auto step) {
+    object.member(name, procedure(std::move(step)), {}, {count, count});
   };
-  const auto done = [](auto&& step) {
-    return [step](Arguments arguments) {
-      step(arguments);
-      return Variant();
-    };
+  does(u"Write", 1, [state](Arguments a) { state->write(joinedTextOf(a[0])); });
+  does(u"WriteBlock", 1, [state, blocks = std::move(blocks)](Arguments a) {
+    state->write(blocks.at(static_cast<std::size_t>(int32Of(a[0]))));
+  });
+  does(u"Clear", 0, [state](Arguments) { state->clear(); });
+  does(u"Flush", 0, [state](Arguments) { state->flush(); });
+  does(u"End", 0, [end](Arguments) { end(); });
+  does(u"Redirect", 1, [state, end](Arguments a) {
+    state->setStatus(u"302 Object moved");
+    state->addHeader(u"Location", textOf(a[0]));
+    state->clear();
+    end();
+  });
+  does(u"AddHeader", 2, [state](Arguments a) { state->addHeader(textOf(a[0]), textOf(a[1])); });
+
+  const auto text = [&](std::u16string_view name, std::u16string ResponseState::*field) {
+    object.property(
+        name, [state, field] { return Variant((*state).*field); },
+        [state, field](const VARIANT& value) {
+          state->requireOpenHeaders();
+          const std::u16string newText = textOf(value);
+          static_cast<void>(headerText(newText));
+          (*state).*field = newText;
+        });
   };
-  return PageObject(stop)
-      .method(u"Write", {1, 1}, done([state](Arguments a) { state->write(joinedTextOf(a[0])); }))
-      .method(u"WriteBlock", {1, 1}, done([state, blocks](Arguments a) {
-                state->write(blocks->at(static_cast<std::size_t>(int32Of(a[0]))));
-              }))
-      .method(u"BinaryWrite", {1, 1},
-              done([state](Arguments a) { state->writeBytes(bytesOf(a[0])); }))
-      .method(u"Clear", {}, done([state](Arguments) { state->clear(); }))
-      .method(u"Flush", {}, done([state](Arguments) { state->flush(); }))
-      .method(u"End", {}, done([end](Arguments) { end(); }))
-      .method(u"Redirect", {1, 1}, done([state, end](Arguments a) {
-                state->setStatus(u"302 Object moved");
-                state->addHeader(u"Location", textOf(a[0]));
-                state->clear();
-                end();
-              }))
-      .method(u"AddHeader", {2, 2},
-              done([state](Arguments a) { state->addHeader(textOf(a[0]), textOf(a[1])); }))
-      .property(
-          u"ContentType", [state] { return Variant(state->contentType); },
-          text(&ResponseState::contentType))
-      .property(
-          u"Charset", [state] { return Variant(state->charset); }, text(&ResponseState::charset))
+  text(u"ContentType", &ResponseState::contentType);
+  text(u"Charset", &ResponseState::charset);
+  object
       .property(
           u"Status", [state] { return Variant(state->status()); },
           [state](const VARIANT& value) { state->setStatus(textOf(value)); })
@@ -215,15 +186,14 @@ Object makeResponse(const StopFlag& stop, std::shared_ptr<ResponseState> state,
           u"CodePage", [state] { return Variant(static_cast<std::int32_t>(state->codePage)); },
           [state](const VARIANT& value) {
             const auto codePage = static_cast<unsigned>(int32Of(value));
-            if (codePage != 0 && !IsValidCodePage(codePage)) refuse(u"There is no such code page");
+            checkCodePage(codePage);
             state->codePage = codePage;
           })
       .property(
           u"Buffer", [state] { return Variant(booleanOf(state->buffered)); },
           [state](const VARIANT& value) { state->buffered = int16Of(value) != 0; })
-      .property(u"IsClientConnected", [] { return Variant(Boolean::True); })
-      .property(u"Cookies", [cookies] { return Variant(cookies); })
-      .object();
+      .property(u"IsClientConnected", [] { return Variant(Boolean::True); });
+  return addCollection(object, u"Cookies", cookies).object();
 }
 
 }  // namespace quendal::host

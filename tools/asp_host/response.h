@@ -1,7 +1,7 @@
 // What a page answers, collected until its end, and the Response object that collects it.
 #pragma once
 
-#include <map>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +30,6 @@ class ResponseState {
 
   /// Raises 5 for a body beyond 16 MB.
   void write(std::u16string_view text);
-  void writeBytes(std::string_view bytes);
   void clear();
   /// From here on headers and what was written stand.
   void flush() noexcept { flushed_ = body_.size(), committed_ = true; }
@@ -54,8 +53,7 @@ class ResponseState {
 };
 
 /// `end` ends the page: it throws. `blocks` is the page's own text.
-[[nodiscard]] Object makeResponse(const StopFlag& stop, std::shared_ptr<ResponseState> state,
-                                  std::shared_ptr<const std::vector<std::u16string>> blocks,
-                                  std::function<void()> end);
+[[nodiscard]] Object makeResponse(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
+                                  std::vector<std::u16string> blocks, std::function<void()> end);
 
 }  // namespace quendal::host

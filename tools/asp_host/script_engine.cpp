@@ -2,15 +2,18 @@
 
 #include <servprov.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
 #include <map>
+#include <optional>
 
-#include "base/text.h"
+#include "page_object.h"
 
 namespace quendal::host {
 
 /// What the engine asks its host, and where it reports errors.
-class ScriptSite final : public RefCounted<IActiveScriptSite, IServiceProvider> {
+class ScriptSite final : public automation::Counted<IActiveScriptSite, IServiceProvider> {
  public:
   std::map<std::u16string, Object> globals;
   std::optional<PageError> failure;
@@ -59,11 +62,9 @@ const wchar_t* programIdOf(Language language) {
 }
 
 std::u16string hexadecimal(HRESULT code) {
-  static constexpr char16_t kDigits[] = u"0123456789ABCDEF";
-  std::u16string text;
-  for (int shift = 28; shift >= 0; shift -= 4)
-    text += kDigits[static_cast<std::uint32_t>(code) >> shift & 15u];
-  return text;
+  std::array<char, 9> digits{};
+  std::snprintf(digits.data(), digits.size(), "%08X", static_cast<unsigned>(code));
+  return {digits.begin(), digits.end() - 1};
 }
 
 /// "Microsoft VBScript runtime error 800A000D: Type mismatch"
@@ -72,32 +73,8 @@ std::u16string describe(const EXCEPINFO& exception) {
   const Text description = Text::attach(exception.bstrDescription);
   const Text help = Text::attach(exception.bstrHelpFile);
   std::u16string text(source.view().empty() ? u"error" : source.view());
-  text += u" " + hexadecimal(exception.scode);
-  std::u16string reason(description.view());
-  if (reason.empty()) {
-    std::array<wchar_t, 256> buffer{};
-    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                                        nullptr, static_cast<DWORD>(exception.scode), 0,
-                                        buffer.data(), buffer.size(), nullptr);
-    reason.assign(plainText(buffer.data()), length);
-    while (!reason.empty() && reason.back() <= u' ') reason.pop_back();
-  }
-  return reason.empty() ? text : text + u": " + reason;
-}
-
-/// The module of an object's class, in which the first entry of its function table is.
-ModuleRange moduleOf(IUnknown* object) noexcept {
-  HMODULE module = nullptr;
-  const auto* entry = **reinterpret_cast<const wchar_t***>(object);
-  if (!GetModuleHandleExW(
-          GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-          entry, &module))
-    return {};
-  const auto start = reinterpret_cast<std::uintptr_t>(module);
-  const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(start);
-  const auto* headers =
-      reinterpret_cast<const IMAGE_NT_HEADERS*>(start + static_cast<unsigned>(dos->e_lfanew));
-  return {start, start + headers->OptionalHeader.SizeOfImage};
+  text.append(u" ").append(hexadecimal(exception.scode));
+  return description.view().empty() ? text : text.append(u": ").append(description.view());
 }
 
 }  // namespace
@@ -118,13 +95,13 @@ HRESULT ScriptSite::OnScriptError(IActiveScriptError* error) {
 }
 
 ScriptEngine::ScriptEngine(Language language, const Object& page)
-    : site_(makeCounted<ScriptSite>()) {
+    : site_(automation::makeCounted<ScriptSite>()) {
   CLSID classId{};
   void* created = nullptr;
   if (FAILED(CLSIDFromProgID(programIdOf(language), &classId)) ||
       FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IActiveScript),
                               &created)))
-    throw AutomationError(error_number::kCannotCreate, u"The script engine cannot be created");
+    raise(error_number::kCannotCreate, u"The script engine cannot be created");
   engine_.reset(static_cast<IActiveScript*>(created));
   void* parser = nullptr;
   check(engine_->QueryInterface(__uuidof(IActiveScriptParse), &parser));
@@ -132,8 +109,6 @@ ScriptEngine::ScriptEngine(Language language, const Object& page)
   check(engine_->SetScriptSite(site_.get()));
   check(parser_->InitNew());
   addGlobals(L"PageContext", page);
-
-  module_ = moduleOf(engine_.get());
 }
 
 ScriptEngine::~ScriptEngine() {

@@ -5,23 +5,14 @@
 
 #include <activscp.h>
 
-#include <optional>
-
-#include "page_object.h"
+#include "automation/counted.h"
 #include "page_parser.h"
-#include "ref_counted.h"
 
 namespace quendal::host {
 
 class ScriptSite;
 
-/// Where a module's instructions are.
-struct ModuleRange {
-  std::uintptr_t start = 0;
-  std::uintptr_t end = 0;
-};
-
-/// Belongs to one apartment, but for `interrupt` and `module`.
+/// Belongs to one apartment, but for `interrupt`.
 class ScriptEngine {
  public:
   /// The members of `page` are global names of the script. Raises 429 without such an engine.
@@ -36,7 +27,6 @@ class ScriptEngine {
 
   /// Asks the engine to end its script, from any thread. Not every engine can (Wine's cannot).
   void interrupt() noexcept;
-  [[nodiscard]] ModuleRange module() const noexcept { return module_; }
 
   /// The site as components see it: it offers IServiceProvider.
   [[nodiscard]] IUnknown* site() const noexcept;
@@ -44,10 +34,9 @@ class ScriptEngine {
  private:
   void addGlobals(const wchar_t* name, const Object& object);
 
-  Reference<ScriptSite> site_;
-  Reference<IActiveScript> engine_;
-  Reference<IActiveScriptParse> parser_;
-  ModuleRange module_;
+  automation::CountedReference<ScriptSite> site_;
+  automation::CountedReference<IActiveScript> engine_;
+  automation::CountedReference<IActiveScriptParse> parser_;
 };
 
 }  // namespace quendal::host

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <boost/beast/http/status.hpp>
 
 #include "base/text.h"
 #include "encoding.h"
@@ -79,7 +80,7 @@ Target findTarget(const std::u16string& root, std::string_view target, bool show
 PageResponse fileResponse(const std::u16string& file) {
   std::vector<std::byte> bytes;
   if (platform::readFile(file, bytes) != platform::FileError::None)
-    return errorResponse(500, "Internal Server Error", "The file cannot be read.");
+    return errorResponse(500, "The file cannot be read.");
   const auto* type = std::ranges::find_if(
       kTypes, [&](const FileType& entry) { return endsWith(file, entry.ending); });
   PageResponse response;
@@ -91,12 +92,14 @@ PageResponse fileResponse(const std::u16string& file) {
   return response;
 }
 
-PageResponse errorResponse(int status, std::string_view reason, std::string_view detail) {
+PageResponse errorResponse(int status, std::string_view detail) {
+  namespace http = boost::beast::http;
   PageResponse response;
   response.status = status;
-  response.reason = reason;
+  response.reason =
+      std::string(http::obsolete_reason(http::int_to_status(static_cast<unsigned>(status))));
   response.headers = {{"Content-Type", "text/html; charset=utf-8"}};
-  const std::string title = std::to_string(status) + " " + std::string(reason);
+  const std::string title = std::to_string(status) + " " + response.reason;
   response.body = "<!DOCTYPE html><title>" + title + "</title><h1>" + title + "</h1><pre>" +
                   encoded(htmlEncoded(decoded(detail, kUtf8)), kUtf8) + "</pre>\n";
   return response;

@@ -26,7 +26,6 @@ struct Target {
 [[nodiscard]] PageResponse fileResponse(const std::u16string& file);
 
 /// A short HTML page that tells a status, and more if there is more to tell.
-[[nodiscard]] PageResponse errorResponse(int status, std::string_view reason,
-                                         std::string_view detail = {});
+[[nodiscard]] PageResponse errorResponse(int status, std::string_view detail = {});
 
 }  // namespace quendal::host

@@ -27,13 +27,6 @@ bool isPlainName(std::u16string_view name) {
          name.back() != u' ' && !isDevice(name);
 }
 
-int hexadecimal(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
 }  // namespace
 
 std::optional<std::u16string> resolvedPath(std::u16string_view path) {
@@ -64,8 +57,8 @@ bool leadsThroughLogs(std::u16string_view resolved) {
 std::optional<std::string> percentDecoded(std::string_view text, bool isForm) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const int high = text[i] == '%' && i + 2 < text.size() ? hexadecimal(text[i + 1]) : -1;
-    const int low = high >= 0 ? hexadecimal(text[i + 2]) : -1;
+    const int high = text[i] == '%' && i + 2 < text.size() ? hexValue(text[i + 1]) : -1;
+    const int low = high >= 0 ? hexValue(text[i + 2]) : -1;
     if (low >= 0) {
       result += static_cast<char>(high * 16 + low);
       i += 2;

@@ -1,30 +1,34 @@
 // What outlives a page: the contents of the application and of each session.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "base/characters.h"
 #include "page_object.h"
 
 namespace quendal::host {
 
-/// Named values that pages on all threads share. An object belongs to the apartment of its page, so
-/// that none can be kept here, neither by itself nor in an array (438).
-class Contents {
- public:
-  [[nodiscard]] Variant get(std::u16string_view name) const;
-  void put(std::u16string_view name, const VARIANT& value);
-  void remove(std::u16string_view name);
-  void clear();
-  [[nodiscard]] std::vector<Variant> names() const;
+/// Orders names without regard to the case of A to Z.
+struct NameOrder {
+  using is_transparent = void;
+  bool operator()(std::u16string_view a, std::u16string_view b) const noexcept {
+    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
+  }
+};
 
- private:
-  mutable std::mutex mutex_;
-  std::map<std::u16string, Variant, NameOrder> values_;
+/// Named values that pages on all threads share.
+struct Contents {
+  std::mutex mutex;
+  std::map<std::u16string, Variant, NameOrder> values;
 };
 
 /// The application's lock: held by one page at a time, whose later Locks change nothing.
@@ -44,18 +48,16 @@ struct SessionState {
   std::string key;      // of the cookie, unguessable
   std::int32_t id = 0;  // as the page sees it
   Contents contents;
-  std::atomic<bool> used = false;  // worth keeping: a page changed it or asked who it is
   std::atomic<bool> abandoned = false;
 };
 
 /// The sessions of a site, kept for twenty minutes after their last page.
 class Sessions {
  public:
-  /// The session of a key, or a new one, which is not kept yet.
+  /// The session of a key, or a new one.
   [[nodiscard]] std::shared_ptr<SessionState> find(std::string_view key);
-  /// At a page's end: keeps a session that was used, forgets one that was abandoned. True when the
-  /// client must be told the key of a new session.
-  bool keep(const std::shared_ptr<SessionState>& session);
+  /// At a page's end: forgets a session that was abandoned.
+  void leave(const SessionState& session);
 
  private:
   using Clock = std::chrono::steady_clock;

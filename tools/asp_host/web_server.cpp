@@ -8,6 +8,7 @@
 #include <boost/beast/http.hpp>
 #include <boost/beast/version.hpp>
 
+#include <cstdio>
 #include <optional>
 
 #include "apartment_pool.h"
@@ -33,21 +34,25 @@ using RequestParser = http::request_parser<http::string_body>;
 
 std::string text(beast::string_view view) { return {view.data(), view.size()}; }
 
+void tell(FILE* stream, const std::string& line) {
+  std::fputs((line + '\n').c_str(), stream);
+  std::fflush(stream);
+}
+
 /// Awaits with failures as a value.
 auto into(error_code& error) { return asio::redirect_error(asio::use_awaitable, error); }
 
 class WebServer {
  public:
-  WebServer(const WebServerOptions& options, const WebServerLog& log)
+  explicit WebServer(const WebServerOptions& options)
       : options_(options),
-        log_(log),
         acceptor_(context_, {asio::ip::address_v4::loopback(), options.port}),
         pool_(options.threads, kMostWaitingPages) {}
 
   void serve() {
     port_ = acceptor_.local_endpoint().port();
-    log_.started("serving " + encoded(options_.root, kUtf8) +
-                 " at http://127.0.0.1:" + std::to_string(port_) + "/");
+    tell(stdout, "serving " + encoded(options_.root, kUtf8) +
+                     " at http://127.0.0.1:" + std::to_string(port_) + "/");
     asio::signal_set signals(context_, SIGINT, SIGTERM);
     signals.async_wait([this](error_code, int) { context_.stop(); });
     asio::co_spawn(context_, accept(), asio::detached);
@@ -102,43 +107,41 @@ class WebServer {
       const auto transfer = request[http::field::transfer_encoding];
       const auto content = request[http::field::content_encoding];
       if (!transfer.empty() && !beast::iequals(transfer, "chunked"))
-        co_return errorResponse(501, "Not Implemented", "The transfer encoding is not known.");
+        co_return errorResponse(501, "The transfer encoding is not known.");
       if (!content.empty() && !beast::iequals(content, "identity"))
-        co_return errorResponse(415, "Unsupported Media Type", "Bodies are taken as they are.");
+        co_return errorResponse(415, "Bodies are taken as they are.");
       if (beast::iequals(request[http::field::expect], "100-continue")) {
         http::response<http::empty_body> goAhead(http::status::continue_, 11);
         co_await http::async_write(stream, goAhead, into(error));
       }
       co_await http::async_read(stream, buffer, parser, into(error));
     }
-    if (error == http::error::body_limit)
-      co_return errorResponse(413, "Payload Too Large", "A body has 4 MB at most.");
-    if (error == http::error::header_limit)
-      co_return errorResponse(431, "Request Header Fields Too Large");
+    if (error == http::error::body_limit) co_return errorResponse(413, "A body has 4 MB at most.");
+    if (error == http::error::header_limit) co_return errorResponse(431);
     const bool isGone =
         error == http::error::end_of_stream || error == http::error::partial_message;
     if (!isGone && error.category() == http::make_error_code(http::error::bad_method).category())
-      co_return errorResponse(400, "Bad Request", error.message());
+      co_return errorResponse(400, error.message());
     co_return std::nullopt;
   }
 
   asio::awaitable<PageResponse> answer(const http::request<http::string_body>& request) {
     if (request.method() == http::verb::unknown)
-      co_return errorResponse(501, "Not Implemented", "The method is not known.");
+      co_return errorResponse(501, "The method is not known.");
     const bool isRead = request.method() == http::verb::get || request.method() == http::verb::head;
     const Target target = findTarget(options_.root, text(request.target()), options_.showLogs);
     const auto refuse = [](std::string_view allowed) {
-      PageResponse response = errorResponse(405, "Method Not Allowed");
+      PageResponse response = errorResponse(405);
       response.headers.emplace_back("Allow", allowed);
       return response;
     };
     switch (target.kind) {
       case Target::Kind::Malformed:
-        co_return errorResponse(400, "Bad Request", "The path cannot be read.");
+        co_return errorResponse(400, "The path cannot be read.");
       case Target::Kind::Missing:
-        co_return errorResponse(404, "Not Found");
+        co_return errorResponse(404);
       case Target::Kind::Folder: {
-        PageResponse response = errorResponse(301, "Moved Permanently");
+        PageResponse response = errorResponse(301);
         const std::string path = text(request.target());
         response.headers.emplace_back("Location",
                                       path.substr(0, path.find('?')) + "/" +
@@ -152,7 +155,7 @@ class WebServer {
         if (!isRead && request.method() != http::verb::post) co_return refuse("GET, HEAD, POST");
         co_return co_await runPage(pageRequest(request, target), target.place);
     }
-    co_return errorResponse(500, "Internal Server Error");
+    co_return errorResponse(500);
   }
 
   PageRequest pageRequest(const http::request<http::string_body>& request,
@@ -180,15 +183,14 @@ class WebServer {
           std::move (*resume)(std::move(response));
         });
       };
-      if (!pool_.run(page, answer))
-        answer(errorResponse(503, "Service Unavailable", "Too many pages wait already."));
+      pool_.run(page, answer);
     };
     PageResponse response =
         co_await asio::async_initiate<const asio::use_awaitable_t<>, void(PageResponse)>(
             start, asio::use_awaitable);
     if (response.failure) {
-      log_.failed(name + ": " + *response.failure);
-      response = errorResponse(500, "Internal Server Error", *response.failure);
+      tell(stderr, name + ": " + *response.failure);
+      response = errorResponse(response.status, *response.failure);
     }
     co_return response;
   }
@@ -222,7 +224,6 @@ class WebServer {
   }
 
   const WebServerOptions options_;
-  const WebServerLog log_;
   const std::shared_ptr<SharedState> shared_ = std::make_shared<SharedState>();
   asio::io_context context_{1};
   asio::ip::tcp::acceptor acceptor_;
@@ -233,8 +234,6 @@ class WebServer {
 
 }  // namespace
 
-void serve(const WebServerOptions& options, const WebServerLog& log) {
-  WebServer(options, log).serve();
-}
+void serve(const WebServerOptions& options) { WebServer(options).serve(); }
 
 }  // namespace quendal::host

@@ -3,9 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <string>
-#include <string_view>
 
 namespace quendal::host {
 
@@ -17,13 +15,8 @@ struct WebServerOptions {
   bool showLogs = false;  // serve LOGS folders like any other
 };
 
-/// What the server tells: that it serves, with the address, and each page that failed.
-struct WebServerLog {
-  std::function<void(std::string_view line)> started;
-  std::function<void(std::string_view line)> failed;
-};
-
-/// Serves until the program is told to end (Ctrl+C). Throws what starting raises.
-void serve(const WebServerOptions& options, const WebServerLog& log);
+/// Serves until the program is told to end (Ctrl+C). Tells the address on the standard output, and
+/// each page that failed on the standard error. Throws what starting raises.
+void serve(const WebServerOptions& options);
 
 }  // namespace quendal::host

@@ -1,128 +1,90 @@
 #include "describe/piece.h"
 
-#include <optional>
+#include <algorithm>
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
 
 namespace quendal {
 namespace {
 
-/// The names of a heading, "A, B".
-std::vector<std::string> namesOf(std::string heading) {
-  std::erase(heading, ' ');
-  std::istringstream list(heading);
-  std::vector<std::string> names;
-  for (std::string name; std::getline(list, name, ',');) names.push_back(name);
-  return names;
+constexpr std::string_view kBlockEnd = "\n```\n";
+
+/// Removes what begins so at a line's start, and returns what follows up to the end, which stays
+/// where it is unless it is that of a block. Empty when nothing begins so.
+std::string take(std::string& text, std::string_view begin, std::string_view end) {
+  const std::size_t place = text.find("\n" + std::string(begin));
+  if (place == std::string::npos) return {};
+  const std::size_t start = place + 1 + begin.size();
+  const std::size_t stop = text.find(end, start);
+  if (stop == std::string::npos) throw std::runtime_error("the block has no end");
+  const std::string taken = text.substr(start, stop - start);
+  text.erase(place, stop + (end == kBlockEnd ? end.size() - 1 : 0) - place);
+  return taken;
 }
 
-/// "- `Name`: text" in two; nothing for any other line.
-std::optional<std::pair<std::string, std::string>> meaningOf(const std::string& line) {
-  constexpr std::string_view kBegin = "- `", kMiddle = "`: ";
-  const std::size_t end = line.find(kMiddle);
-  if (!line.starts_with(kBegin) || end == std::string::npos) return {};
-  return {{line.substr(kBegin.size(), end - kBegin.size()), line.substr(end + kMiddle.size())}};
+/// An entry of the text from its heading's names on.
+Entry readEntry(std::string text) {
+  Entry entry;
+  std::istringstream heading(text.substr(0, text.find('\n')));
+  for (std::string name; std::getline(heading >> std::ws, name, ',');) entry.names.push_back(name);
+  text = text.substr(std::min(text.find('\n'), text.size())) + "\n\n";
+  entry.example = take(text, "```vbscript\n", kBlockEnd);
+  entry.output = take(text, "```text\n", kBlockEnd);
+  entry.result = take(text, "Result: ", "\n\n");
+  entry.errors = take(text, "Errors: ", "\n\n");
+  std::istringstream meanings(take(text, "- `", "\n\n"));
+  std::string* meaning = nullptr;  // goes on in the lines that begin no other
+  for (std::string line; std::getline(meanings, line);) {
+    const std::size_t start = line.starts_with("- `") ? 3 : 0;
+    if (meaning != nullptr && start == 0) {
+      meaning->append('\n' + line);
+      continue;
+    }
+    const std::size_t middle = line.find("`: ", start);
+    if (middle == std::string::npos) throw std::runtime_error("no colon in " + line);
+    meaning = &entry.meanings[line.substr(start, middle - start)];
+    *meaning = line.substr(middle + 3);
+  }
+  const std::size_t first = std::min(text.find_first_not_of('\n'), text.size());
+  entry.notes = text.substr(first, text.find_last_not_of('\n') + 1 - first);
+  return entry;
 }
-
-void appendLine(std::string& text, const std::string& line) {
-  if (!text.empty()) text += '\n';
-  text += line;
-}
-
-/// Reads line by line; a paragraph goes on in the field that its first line chose.
-class PieceReader {
- public:
-  explicit PieceReader(std::istream& text) : text_(text) {}
-
-  Piece read() {
-    while (nextLine()) {
-      if (line_.starts_with("```vbscript"))
-        takeBlock(entry().example);
-      else if (line_.starts_with("```text"))
-        takeBlock(entry().output);
-      else if (line_.starts_with("```"))
-        takeVerbatimBlock();
-      else
-        takeLine();
-    }
-    if (piece_.opening.names.size() != 1) fail("the first line is no heading \"# Name\"");
-    return std::move(piece_);
-  }
-
- private:
-  PieceEntry& entry() { return piece_.entries.empty() ? piece_.opening : piece_.entries.back(); }
-
-  bool nextLine() {
-    ++number_;
-    return static_cast<bool>(std::getline(text_, line_));
-  }
-
-  [[noreturn]] void fail(const std::string& what) const {
-    throw std::runtime_error("line " + std::to_string(number_) + ": " + what);
-  }
-
-  void takeLine() {
-    constexpr std::string_view kResult = "Result: ", kErrors = "Errors: ";
-    if (line_.starts_with("# ")) {
-      if (number_ != 1) fail("a second heading of the first level");
-      piece_.opening.names = namesOf(line_.substr(2));
-    } else if (line_.starts_with("## ")) {
-      piece_.entries.emplace_back().names = namesOf(line_.substr(3));
-      if (entry().names.empty()) fail("a heading without a name");
-      paragraph_ = nullptr;
-    } else if (const auto meaning = meaningOf(line_)) {
-      begin(entry().meanings[meaning->first], meaning->second);
-    } else if (line_.starts_with(kResult)) {
-      begin(entry().result, line_.substr(kResult.size()));
-    } else if (line_.starts_with(kErrors)) {
-      begin(entry().errors, line_.substr(kErrors.size()));
-    } else if (line_.empty()) {
-      paragraph_ = nullptr;
-    } else if (paragraph_ != nullptr) {
-      appendLine(*paragraph_, line_);
-    } else {
-      std::string& notes = entry().notes;
-      if (!notes.empty()) notes += "\n\n";
-      notes += line_;
-      paragraph_ = &notes;
-    }
-  }
-
-  void begin(std::string& target, const std::string& text) {
-    if (!target.empty()) fail("said twice");
-    target = text;
-    paragraph_ = &target;
-  }
-
-  void takeBlock(std::string& target) {
-    if (!target.empty()) fail("a second block of this kind");
-    paragraph_ = nullptr;
-    while (nextLine()) {
-      if (line_ == "```") return;
-      appendLine(target, line_);
-    }
-    fail("the block has no end");
-  }
-
-  void takeVerbatimBlock() {
-    std::string block = line_, rest;
-    takeBlock(rest);
-    std::string& notes = entry().notes;
-    if (!notes.empty()) notes += "\n\n";
-    notes += block + '\n' + rest + "\n```";
-  }
-
-  std::istream& text_;
-  std::string line_;
-  int number_ = 0;
-  Piece piece_;
-  std::string* paragraph_ = nullptr;
-};
 
 }  // namespace
 
-Piece readPiece(std::istream& text) { return PieceReader(text).read(); }
+const Entry& Piece::entryOf(const std::string& name) const {
+  const auto found = std::ranges::find_if(
+      entries, [&](const Entry& entry) { return std::ranges::count(entry.names, name) != 0; });
+  if (found == entries.end()) fail(name, "has no entry");
+  return *found;
+}
+
+void Piece::fail(const std::string& about, const std::string& what) const {
+  throw std::runtime_error(file + ": " + about + ": " + what);
+}
+
+Piece readPiece(const std::filesystem::path& path) {
+  std::ostringstream content;
+  content << std::ifstream(path).rdbuf();
+  const std::string text = content.str();
+  Piece piece;
+  piece.file = path.filename().string();
+  if (!text.starts_with("# ")) piece.fail("the first line", "is no heading");
+  constexpr std::string_view kHeading = "\n## ";
+  std::size_t start = 2;
+  for (bool isFirst = true; start < text.size(); isFirst = false) {
+    const std::size_t end = std::min(text.find(kHeading, start), text.size());
+    const std::string section = text.substr(start, end - start);
+    try {
+      (isFirst ? piece.opening : piece.entries.emplace_back()) = readEntry(section);
+    } catch (const std::runtime_error& error) {
+      piece.fail(section.substr(0, section.find('\n')), error.what());
+    }
+    start = end + kHeading.size();
+  }
+  return piece;
+}
 
 }  // namespace quendal

@@ -11,15 +11,15 @@
 //   ```text                        what it prints
 #pragma once
 
-#include <istream>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace quendal {
 
-/// The notes on a class, or on one or more members. Texts are without a line end at their end.
-struct PieceEntry {
+/// The words on a class, or on one or more members. Texts have no line end at their end.
+struct Entry {
   std::vector<std::string> names;               // as the heading lists them
   std::map<std::string, std::string> meanings;  // of parameters, or of an enumeration's members
   std::string notes;
@@ -30,11 +30,17 @@ struct PieceEntry {
 };
 
 struct Piece {
-  PieceEntry opening;
-  std::vector<PieceEntry> entries;
+  std::string file;
+  Entry opening;
+  std::vector<Entry> entries;
+
+  /// The entry for a name; throws std::runtime_error when there is none.
+  [[nodiscard]] const Entry& entryOf(const std::string& name) const;
+  /// Throws std::runtime_error that tells what is wrong with the words about something.
+  [[noreturn]] void fail(const std::string& about, const std::string& what) const;
 };
 
-/// Throws std::runtime_error, with the line's number, for what is not laid out so.
-[[nodiscard]] Piece readPiece(std::istream& text);
+/// Throws std::runtime_error when the file cannot be read or is not laid out so.
+[[nodiscard]] Piece readPiece(const std::filesystem::path& path);
 
 }  // namespace quendal

@@ -102,16 +102,6 @@ TEST(Serve, AFailureIsToldWithFileAndLine) {
             std::string::npos);
 }
 
-TEST(Serve, PagesThatNeverEndAreEndedAndTheirApartmentsReplaced) {
-  // More of them than there are apartments; the second kind holds the application's lock.
-  together(6, [](Connection& connection, int i) {
-    const Reply reply = connection.get(i % 2 == 0 ? "/endless.asp" : "/stubborn.asp");
-    EXPECT_EQ(reply.status, 500);
-    EXPECT_NE(reply.body.find("longer than its time-out"), std::string::npos) << reply.body;
-  });
-  EXPECT_EQ(get("/hits.asp").status, 200);
-}
-
 TEST(Serve, ClientsThatHangUpAreForgotten) {
   for (int i = 0; i < 40; ++i) {
     Connection connection(port);
@@ -186,6 +176,23 @@ TEST(Serve, EveryLoggedEntryIsInTheLogOnceWithItsOwnPagesDetails) {
   for (const char* hidden : {"/LOGS/LOG.TXT", "/logs/log.txt", "/l%4fgs/LOG.TXT", "/LOGS./LOG.TXT",
                              "/folder/../LOGS/LOG.TXT", "/LOGS%5cLOG.TXT", "/LOGS", "/LOGS/"})
     EXPECT_EQ(get(hidden).status, 404) << hidden;
+}
+
+// The last one: it leaves the host without apartments to give.
+TEST(Serve, PagesThatNeverEndAreAnsweredForUntilThereAreTooMany) {
+  const auto neverEnds = [](Connection& connection, int i) {
+    const Reply reply = connection.get(i % 2 == 0 ? "/endless.asp" : "/stubborn.asp");
+    EXPECT_EQ(reply.status, 500);
+    EXPECT_NE(reply.body.find("longer than its time-out"), std::string::npos) << reply.body;
+  };
+  // More of them than there are apartments; the second kind holds the application's lock.
+  together(6, neverEnds);
+  EXPECT_EQ(get("/hits.asp").status, 200);
+  together(2, neverEnds);
+  EXPECT_EQ(get("/hits.asp").status, 503);
+  EXPECT_EQ(get("/static.txt").status, 200);
+  EXPECT_NE(contentOf(errorOutput).find("GET /hits.asp: Too many pages did not end"),
+            std::string::npos);
 }
 
 }  // namespace

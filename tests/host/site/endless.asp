@@ -1,3 +1,4 @@
-<% Do
+<% Server.ScriptTimeout = 1
+Do
   n = n + 1
 Loop %>

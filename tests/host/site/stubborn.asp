@@ -1,4 +1,5 @@
-<% On Error Resume Next
+<% Server.ScriptTimeout = 1
+On Error Resume Next
 Application.Lock
 Do
   Response.Write "on and on"

@@ -1,4 +1,4 @@
-// Interfaces that the host implements itself.
+// Interfaces implemented in C++, the same in every home; counted across threads.
 #pragma once
 
 #include <quendal/automation.h>
@@ -8,34 +8,34 @@
 #include <memory>
 #include <utility>
 
-namespace quendal::host {
+namespace quendal::automation {
 
 /// The owner of a reference to an object of any interface, or of several.
-struct ReleaseAny {
+struct ReleaseCounted {
   template <class Object>
   void operator()(Object* object) const noexcept {
     object->Release();
   }
 };
 template <class Object>
-using Reference = std::unique_ptr<Object, ReleaseAny>;
+using CountedReference = std::unique_ptr<Object, ReleaseCounted>;
 
 /// The reference count and identity of an object that lives until its last reference goes.
 template <class... Interfaces>
-class RefCounted : public Interfaces... {
+class Counted : public Interfaces... {
  public:
-  RefCounted() = default;
-  RefCounted(const RefCounted&) = delete;
-  RefCounted& operator=(const RefCounted&) = delete;
+  Counted() = default;
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
 
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
   ULONG STDMETHODCALLTYPE Release() override {
     const ULONG left = --references_;
-    if (left == 0) std::default_delete<RefCounted>()(this);
+    if (left == 0) std::default_delete<Counted>()(this);
     return left;
   }
 
-  virtual ~RefCounted() = default;
+  virtual ~Counted() = default;
 
  protected:
   struct Answer {
@@ -60,9 +60,9 @@ class RefCounted : public Interfaces... {
 };
 
 template <class Class, class... Parameters>
-Reference<Class> makeCounted(Parameters&&... parameters) {
-  return Reference<Class>(
+CountedReference<Class> makeCounted(Parameters&&... parameters) {
+  return CountedReference<Class>(
       std::make_unique<Class>(std::forward<Parameters>(parameters)...).release());
 }
 
-}  // namespace quendal::host
+}  // namespace quendal::automation

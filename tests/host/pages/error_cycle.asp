@@ -1,1 +1,0 @@
-<!--#include file="cycle_b.inc"-->

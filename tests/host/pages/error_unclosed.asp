@@ -1,2 +1,0 @@
-text
-<% Response.Write "no end"
