@@ -58,10 +58,11 @@ class Registry : public testing::Test {
   }
 
   const std::u16string root_{kScratchRoot};
-  const ScratchRegistry scratch_{{{"", allStored()},
-                                  {"Policy\\v1.0", {{"3705", 1, text("x")}}},
-                                  {"Policy\\v2.0\\Deep", {}},
-                                  {"Zero", {}}}};
+  const std::string path_ = toUtf8(root_);
+  const ScratchRegistry scratch_{{{path_, allStored()},
+                                  {path_ + "\\Policy\\v1.0", {{"3705", 1, text("x")}}},
+                                  {path_ + "\\Policy\\v2.0\\Deep", {}},
+                                  {path_ + "\\Zero", {}}}};
 };
 
 TEST_F(Registry, ReadsValues) {

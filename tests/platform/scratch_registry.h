@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,13 +15,14 @@ struct ScratchValue {
   std::string bytes;  // as stored for single-byte readers, with its terminators
 };
 struct ScratchKey {
-  std::string path;  // below kScratchRoot; empty for the root itself
+  std::string path;
   std::vector<ScratchValue> values;
 };
 
+/// All keys of a test lie below this one.
 inline constexpr std::u16string_view kScratchRoot = u"Software\\QuendalScratch";
 
-/// Keys that exist while the object lives.
+/// Keys that exist while the object lives; elsewhere than on Windows no others exist meanwhile.
 class ScratchRegistry {
  public:
   explicit ScratchRegistry(const std::vector<ScratchKey>& keys);
@@ -30,8 +32,8 @@ class ScratchRegistry {
   [[nodiscard]] bool ready() const { return ready_; }
 
  private:
-  bool ready_ = false;
-  std::string file_;
+  bool ready_ = true;
+  std::shared_ptr<const void> content_;  // what the keys are answered from, if they lie in memory
 };
 
 }  // namespace quendal::platform

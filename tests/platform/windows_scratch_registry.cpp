@@ -3,18 +3,12 @@
 #include "tests/platform/scratch_registry.h"
 
 namespace quendal::platform {
-namespace {
 
-const std::string kRoot(kScratchRoot.begin(), kScratchRoot.end());
-
-}  // namespace
-
-ScratchRegistry::ScratchRegistry(const std::vector<ScratchKey>& keys) : ready_(true) {
+ScratchRegistry::ScratchRegistry(const std::vector<ScratchKey>& keys) {
   for (const ScratchKey& each : keys) {
-    const std::string path = each.path.empty() ? kRoot : kRoot + "\\" + each.path;
     HKEY key = nullptr;
-    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key,
-                        nullptr) != 0) {
+    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, each.path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                        &key, nullptr) != 0) {
       ready_ = false;
       return;
     }
@@ -27,6 +21,8 @@ ScratchRegistry::ScratchRegistry(const std::vector<ScratchKey>& keys) : ready_(t
   }
 }
 
-ScratchRegistry::~ScratchRegistry() { RegDeleteTreeA(HKEY_LOCAL_MACHINE, kRoot.c_str()); }
+ScratchRegistry::~ScratchRegistry() {
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, oleText(kScratchRoot.data()));
+}
 
 }  // namespace quendal::platform

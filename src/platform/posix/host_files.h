@@ -7,8 +7,8 @@
 
 namespace quendal::platform {
 
-/// The bytes of a regular file of at most 4 MiB; nothing for anything else and when it cannot be
-/// read. Never waits, whatever the path names.
+/// The bytes of a regular file; nothing for anything else and when it cannot be read. Never waits,
+/// whatever the path names.
 [[nodiscard]] std::optional<std::string> readTextFile(const std::string& path);
 
 /// An environment variable; empty when it is not set.
