@@ -1,6 +1,7 @@
 // Small text tools on UTF-16.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -17,6 +18,9 @@ namespace quendal {
 
 /// Plain decimal without padding.
 [[nodiscard]] std::u16string decimalText(std::int64_t value);
+
+/// The last `digits` hexadecimal digits of a number, in upper case.
+[[nodiscard]] std::u16string hexText(std::uint64_t value, std::size_t digits);
 
 /// `text` with every occurrence of `what` replaced, from the start on.
 [[nodiscard]] std::u16string replaceAll(std::u16string_view text, std::u16string_view what,

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/utf8.h"
+#include "platform/sort_key.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::platform {
@@ -78,21 +79,25 @@ TEST(Locale, ChangesCaseUnitByUnit) {
   EXPECT_EQ(upperCase(loose), (std::u16string{u'É', 0xD800, u'É', 0xDC00}));
 }
 
-TEST(Locale, ComparesWithoutCase) {
-  const struct {
-    std::u16string_view a;
-    std::u16string_view b;
-    int order;
-  } kCases[] = {{u"École", u"éCOLE", 0},
-                {u"a", u"B", -1},
-                {u"", u"a", -1},
-                {u"abc", u"ABCD", -1},
-                {u"ПРИВЕТ", u"привет", 0}};
-  const auto sign = [](int value) { return (value > 0) - (value < 0); };
-  for (const auto& [a, b, order] : kCases) {
-    EXPECT_EQ(sign(compareTextNoCase(a, b)), order) << toUtf8(a) << " / " << toUtf8(b);
-    EXPECT_EQ(sign(compareTextNoCase(b, a)), -order);
-  }
+TEST(Locale, SortKeysAreInTheOrderOfTheirTexts) {
+  // In order; an equal sign between texts that differ in case alone. Both homes agree on these.
+  constexpr std::u16string_view kTexts =
+      u"|10|9|a=A|a1=A1|Ab=aB|abcdefghij=ABCDEFGHIJ|abcdefghijk|ae|b|ba=BA|eb|z|\u00E9A=\u00C9a"
+      u"|\u042F=\u044F|\u4E2D";
+  std::u16string previous;
+  test::forEachText(kTexts, [&previous](std::u16string_view texts) {
+    const auto keyOf = [](std::u16string_view text) {
+      std::u16string key = u"before";
+      appendSortKey(text, key);
+      EXPECT_TRUE(key.starts_with(u"before"));
+      return key.substr(6);
+    };
+    const std::size_t mark = texts.find(u'=');
+    const std::u16string key = keyOf(texts.substr(0, mark));
+    EXPECT_EQ(key, keyOf(texts.substr(mark == texts.npos ? 0 : mark + 1)));
+    EXPECT_TRUE(texts.empty() || previous < key);
+    previous = key;
+  });
 }
 
 }  // namespace
