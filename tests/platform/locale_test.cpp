@@ -4,7 +4,9 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 
+#include "base/number_pattern.h"
 #include "base/utf8.h"
 #include "platform/sort_key.h"
 #include "tests/support/text_rows.h"
@@ -60,6 +62,51 @@ TEST(Locale, EverySecondOfADayFormatsAsItself) {
     const int read = std::stoi(toUtf8(text));
     ASSERT_EQ(read / 10000 * 3600 + read / 100 % 100 * 60 + read % 100, second);
   }
+}
+
+// A locale with signs of its own and the grouping of the moment.
+std::u16string_view grouping;
+std::size_t ownLocale(std::uint32_t item, std::span<char16_t> out) {
+  const std::u16string_view text = item == 0x0E   ? u","
+                                   : item == 0x0F ? u"."
+                                   : item == 0x10 ? grouping
+                                   : item == 0x51 ? u"~"
+                                                  : u"";
+  return text.copy(out.data(), out.size());
+}
+
+TEST(Locale, FormatsNumbers) {
+  const struct {
+    const char16_t* grouping;
+    double value;
+    int decimals;
+    const char* text;
+  } kCases[] = {
+      {u"3;0", 1234567.125, 2, "1.234.567,13"},  // a half goes away from zero
+      {u"3;0", -1000.5, 0, "~1.001"},
+      {u"3;0", 999.995, 2, "1.000,00"},
+      {u"3;0", 999, 1, "999,0"},
+      {u"3;0", 9.5, 0, "10"},
+      {u"3;0", 0, 0, "0"},
+      {u"3;0", -0.004, 2, "0,00"},  // no sign before nothing
+      {u"3;0", 0.005, 2, "0,01"},
+      {u"3;0", 1.5e-9, 3, "0,000"},
+      {u"3;0", 12.5, -1, "13"},
+      {u"3;0", 1234567890123456, 1, "1.234.567.890.123.460,0"},  // 15 digits count
+      {u"3;2;0", 123456789, 0, "12.34.56.789"},
+      {u"3;2", 1234567890, 0, "12345.67.890"},
+      {u"3", 1234567, 0, "1234.567"},
+      {u"0", 1234567, 0, "1234567"},
+      {u"", 1234567, 0, "1234567"},
+      {u"3;0", std::numeric_limits<double>::infinity(), 2, ""},
+      {u"3;0", std::nan(""), 2, ""},
+  };
+  for (const auto& each : kCases) {
+    grouping = each.grouping;
+    EXPECT_EQ(toUtf8(formatNumberPattern(each.value, each.decimals, ownLocale)), each.text);
+  }
+  if (!isAmericanEnglish()) GTEST_SKIP() << "the user's locale is not English (United States)";
+  EXPECT_EQ(formatNumber(-1234567.891, 2), u"-1,234,567.89");
 }
 
 TEST(Locale, ChangesCaseUnitByUnit) {

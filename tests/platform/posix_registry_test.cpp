@@ -1,4 +1,4 @@
-// What the system's queries make of a registry, and what Linux knows of what they ask.
+// Questions to a registry in memory, what the system's queries make of one, and what Linux knows.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -7,10 +7,10 @@
 #include "base/utf8.h"
 #include "core/apartment.h"
 #include "platform/posix/host_files.h"
+#include "platform/posix/registry_tree.h"
 #include "platform/registry.h"
 #include "system/queries.h"
 #include "tests/platform/posix_environment.h"
-#include "tests/platform/scratch_registry.h"
 #include "tests/platform/temp_folder.h"
 
 namespace quendal::platform {
@@ -22,20 +22,44 @@ std::string joined(const std::vector<std::u16string>& texts) {
   return all;
 }
 
-TEST(SystemRegistry, QueriesTakeWhatCountsAndLeaveTheRest) {
-  const auto text = [](const std::string& value) { return value + '\0'; };
-  const std::string policy = "SOFTWARE\\Microsoft\\.NETFramework\\Policy\\";
-  const ScratchRegistry scratch(
-      {{"Software\\Microsoft\\Windows NT\\CurrentVersion", {{"PRODUCTNAME", 1, text("Test 1")}}},
-       {"Software\\ODBC\\ODBCINST.INI\\ODBC Drivers",
-        {{"One", 1, text("Installed")},
-         {"Gone", 1, text("Removed")},
-         {"Two", 2, text("INSTALLED")},
-         {"Number", 4, text("Installed")}}},
-       {policy + "v2.0", {{"50727", 1, text("50727-50727")}}},
-       {policy + "Upgrades", {{"1.0", 1, text("x")}}},
-       {policy + "v10.0", {{"7", 1, text("7")}, {"30319", 1, text("30319")}}},
-       {"Software\\Microsoft\\.NETFramework\\Other", {{"x", 1, text("x")}}}});
+class GivenRegistry : public testing::Test {
+ protected:
+  GivenRegistry() { answerFrom(&tree_); }
+  ~GivenRegistry() override { answerFrom(nullptr); }
+
+  static StoredValue text(std::u16string name, const std::string& value) {
+    return {std::move(name), 1, value + '\0'};
+  }
+  const std::u16string policy_ = u"SOFTWARE\\Microsoft\\.NETFramework\\Policy";
+  const RegistryTree tree_ = {
+      {u"Software\\Microsoft\\Windows NT\\CurrentVersion", {text(u"PRODUCTNAME", "Test 1")}},
+      {u"Software\\ODBC\\ODBCINST.INI\\ODBC Drivers",
+       {text(u"One", "Installed"),
+        text(u"Gone", "Removed"),
+        {u"Two", 2, std::string("INSTALLED\0", 10)},
+        {u"Number", 4, "\1\1\1\1"}}},
+      {policy_ + u"\\v2.0", {text(u"50727", "50727-50727")}},
+      {policy_ + u"\\Upgrades", {text(u"1.0", "x")}},
+      {policy_ + u"\\v10.0\\Deep", {text(u"hidden", "")}},
+      {policy_ + u"\\v10.0", {text(u"7", "7"), text(u"30319", "30319")}},
+      {policy_ + u"Other", {text(u"x", "x")}}};
+};
+
+TEST_F(GivenRegistry, AnswersForItsKeys) {
+  EXPECT_EQ(joined(registryKeys(u"")), "Software;");
+  EXPECT_EQ(joined(registryKeys(policy_)), "v2.0;Upgrades;v10.0;");
+  EXPECT_EQ(joined(registryKeys(policy_ + u"\\V10.0")), "Deep;");
+  EXPECT_EQ(registryText(policy_ + u"\\V2.0", u"50727"), u"50727-50727");
+  EXPECT_EQ(registryText(policy_ + u"\\v2.0", u"5072"), u"<Error>");
+  EXPECT_EQ(registryText(policy_, u"50727"), u"<Error>");  // only has keys
+  for (const auto missing : {u"\\v2", u"\\v2.0\\50727", u"\\v10.0\\Deep\\er"}) {
+    EXPECT_EQ(registryText(policy_ + missing, u"50727"), std::nullopt);
+    EXPECT_TRUE(registryValues(policy_ + missing).empty());
+    EXPECT_TRUE(registryKeys(policy_ + missing).empty());
+  }
+}
+
+TEST_F(GivenRegistry, QueriesTakeWhatCounts) {
   EXPECT_EQ(joined(system::queryODBCDrivers()), "One;Two;");
   EXPECT_EQ(joined(system::queryDotNetVersions()), "2.0.50727;10.0.7;10.0.30319;");
   EXPECT_EQ(system::queryDotNetVersion(), u"2.0.50727");  // by characters, on purpose
@@ -43,14 +67,14 @@ TEST(SystemRegistry, QueriesTakeWhatCountsAndLeaveTheRest) {
   EXPECT_EQ(apartment().osVersion.productName, u"Test 1");
 }
 
-class SystemFacts : public testing::Test {
+class SystemRegistry : public testing::Test {
  protected:
   const TempFolder owner_;
   const std::filesystem::path folder_ = owner_.native();
   const EnvironmentChange drivers_{"ODBCSYSINI", folder_}, runtimes_{"DOTNET_ROOT", folder_};
 };
 
-TEST_F(SystemFacts, DriversAreTheSectionsOfTheDriverManagersFile) {
+TEST_F(SystemRegistry, DriversAreTheSectionsOfTheDriverManagersFile) {
   EXPECT_TRUE(system::queryODBCDrivers().empty());
   std::ofstream(folder_ / "odbcinst.ini")
       << "# drivers\n[ODBC]\nTrace=No\n\n[PostgreSQL ANSI]\r\nDriver=/x[y].so\n [ Ünï ] \n"
@@ -58,7 +82,7 @@ TEST_F(SystemFacts, DriversAreTheSectionsOfTheDriverManagersFile) {
   EXPECT_EQ(joined(system::queryODBCDrivers()), "PostgreSQL ANSI;Ünï;MySQL;");
 }
 
-TEST_F(SystemFacts, RuntimesAreInTheOrderOfTheirNumbers) {
+TEST_F(SystemRegistry, RuntimesAreInTheOrderOfTheirNumbers) {
   const auto runtimes = folder_ / "shared/Microsoft.NETCore.App";
   for (const char* name :  // numbers beyond those of a runtime that the machine may have
        {"908.0.11", "908.0.2", "1000.0.0-preview.1", "906.0", "x.y.z", "908..1", "909.0.1"}) {
@@ -70,22 +94,16 @@ TEST_F(SystemFacts, RuntimesAreInTheOrderOfTheirNumbers) {
   EXPECT_EQ(versions.find("90"), versions.find("908.0.2"));
 }
 
-TEST_F(SystemFacts, TheProductIsNamedByTheReleaseFile) {
+TEST_F(SystemRegistry, TheProductIsNamedByTheReleaseFile) {
   static_cast<void>(system::queryOSName());
   const auto release = readTextFile("/etc/os-release");
   if (!release) GTEST_SKIP() << "the system has no release file";
-  const auto name = "\nPRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
-  EXPECT_NE(("\n" + *release).find(name), std::string::npos) << name;
-  EXPECT_EQ(registryText(u"Software\\Microsoft\\Windows NT", u"ProductName"), u"<Error>");
-  EXPECT_EQ(registryText(u"Software\\Microsoft\\Windows 9", u"ProductName"), std::nullopt);
-  EXPECT_EQ(joined(registryKeys(u"")), "SOFTWARE;");
+  const auto name = "PRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
+  EXPECT_NE(release->find(name), std::string::npos) << name;
 }
 
 TEST(HostFiles, AssignedValues) {
-  const struct {
-    const char* file;
-    std::optional<std::string> value;
-  } kCases[] = {
+  const std::pair<const char*, std::optional<std::string>> kCases[] = {
       {"# NAME=no\nNAME=\"two words\" # note\n", "two words"},
       {"NAME='single \\ $'\r\n", "single \\ $"},
       {R"(NAME="a \"b\" \\ \$")", "a \"b\" \\ $"},
@@ -93,7 +111,7 @@ TEST(HostFiles, AssignedValues) {
       {"NAME=\"open", "open"},
       {"NAMES=x\nAN_NAME=y\nNAME", std::nullopt},
   };
-  for (const auto& each : kCases) EXPECT_EQ(assignedValue(each.file, "NAME"), each.value);
+  for (const auto& [file, value] : kCases) EXPECT_EQ(assignedValue(file, "NAME"), value);
 }
 
 }  // namespace

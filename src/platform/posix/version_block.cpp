@@ -1,6 +1,8 @@
 #include "platform/posix/version_block.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 
 #include "base/characters.h"
 #include "platform/code_page.h"
@@ -78,22 +80,9 @@ std::u16string VersionEntry::text() const {
 std::optional<FixedFileInfo> VersionBlock::fixedInfo() const {
   const auto root = VersionEntry::at(block_);
   if (!root || root->value().size() < kFixedInfoSize) return {};
-  const auto field = [value = root->value()](std::size_t index) {
-    return load32(value, index * 4);
-  };
-  return FixedFileInfo{.signature = field(0),
-                       .structureVersion = field(1),
-                       .fileVersionHigh = field(2),
-                       .fileVersionLow = field(3),
-                       .productVersionHigh = field(4),
-                       .productVersionLow = field(5),
-                       .flagsMask = field(6),
-                       .flags = field(7),
-                       .operatingSystem = field(8),
-                       .type = field(9),
-                       .subtype = field(10),
-                       .dateHigh = field(11),
-                       .dateLow = field(12)};
+  std::array<std::uint32_t, kFixedInfoSize / sizeof(std::uint32_t)> fields;
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = load32(root->value(), i * 4);
+  return std::bit_cast<FixedFileInfo>(fields);
 }
 
 std::optional<Translation> VersionBlock::firstTranslation() const {
