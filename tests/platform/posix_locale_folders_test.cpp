@@ -8,6 +8,7 @@
 #include "platform/folders.h"
 #include "platform/posix/date_picture.h"
 #include "platform/posix/locale_table.h"
+#include "platform/version_resource.h"
 #include "tests/platform/posix_environment.h"
 #include "tests/platform/temp_folder.h"
 #include "tests/support/text_rows.h"
@@ -105,6 +106,15 @@ TEST(LocaleTable, NamesComeFromTheEnvironment) {
   expect("de_DE", "fr_FR", "C");
   const EnvironmentChange all("LC_ALL", "it_IT");
   expect("it_IT", "it_IT", "it_IT");
+}
+
+TEST(PosixLanguageNames, FollowTheSublanguage) {
+  test::forEachPair(
+      u"0405=Czech|0805=|1407=German|4407=|1C1A=Serbian (Cyrillic)|0000=English|1800=",
+      [](std::u16string_view id, const std::string& name) {
+        const auto number = std::stoul(toUtf8(id), nullptr, 16);
+        EXPECT_EQ(toUtf8(languageName(static_cast<std::uint16_t>(number))), name);
+      });
 }
 
 TEST(PosixFolders, AreThoseOfTheUser) {

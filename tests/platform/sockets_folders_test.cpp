@@ -20,11 +20,7 @@ TEST(Sockets, StartAnswerAndStop) {
   EXPECT_FALSE(name->empty());
   EXPECT_EQ(name->find('\0'), std::string::npos);
 
-  using Bytes = std::vector<std::uint8_t>;
-  EXPECT_EQ(firstAddress("127.0.0.1"), (Bytes{127, 0, 0, 1}));
-  if (const Bytes local = firstAddress("localhost"); !local.empty()) {  // needs a hosts file
-    EXPECT_EQ(local, (Bytes{127, 0, 0, 1}));
-  }
+  EXPECT_EQ(firstAddress("127.0.0.1"), (std::vector<std::uint8_t>{127, 0, 0, 1}));
   EXPECT_TRUE(firstAddress("no.such.host.invalid").empty());
   EXPECT_TRUE(firstAddress("not a host name").empty());
   EXPECT_TRUE(stopSockets());

@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 
 #include "automation/dispatch.h"
 #include "automation/windows/reference.h"
@@ -45,11 +46,7 @@ TEST(WindowsFilesTest, OnlyAnExclusiveHolderKeepsAnEntryOut) {
 }
 
 TEST(WindowsCodePageTest, ACharacterHasAllItsBytes) {
-  const struct {
-    unsigned codePage;
-    std::u16string_view text;
-    std::string_view bytes;
-  } kRows[] = {
+  const std::tuple<unsigned, std::u16string_view, std::string_view> kRows[] = {
       {932, u"a\u65E5\u672C\uFF76", "a\x93\xFA\x96\x7B\xB6"},
       {936, u"\u4E2D\u6587a", "\xD6\xD0\xCE\xC4\x61"},
       {949, u"\uD55C\uAD6D", "\xC7\xD1\xB1\xB9"},

@@ -38,7 +38,7 @@ std::u16string changeCase(std::u16string_view text, Ascii ascii,
   for (char16_t& unit : out) {
     if (isAscii(unit)) {
       unit = ascii(unit);
-    } else if (locale != locale_t{} && !isSurrogate(unit)) {
+    } else if (locale != locale_t{}) {  // in which surrogates have no case
       const wint_t other = convert(unit, locale);
       if (other <= 0xFFFF) unit = static_cast<char16_t>(other);
     }
