@@ -48,7 +48,7 @@ run_deep() {
 
 run_native() {
   say "== native"
-  need_native && need libgtest-dev || { skip_home native; return; }
+  need_native && need libgtest-dev locales || { skip_home native; return; }
   build asan quendal_tests short_memory describe || { failed=$((failed + 1)); return; }
   local log=$root/build/asan/tests.log status=0
   "$root/build/asan/tests/quendal_tests" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" || status=$?

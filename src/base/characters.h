@@ -13,10 +13,14 @@ template <typename Unit>
   return c >= '0' && c <= '9';
 }
 
-/// A character with A to Z in lower case; all others as they are. An object, so that algorithms
-/// take it too.
+/// A character with A to Z in lower case, or with a to z in upper case; all others as they are.
+/// Objects, so that algorithms take them too.
 inline constexpr auto asciiLower = []<typename Unit>(Unit c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<Unit>(c + ('a' - 'A')) : c;
+};
+
+inline constexpr auto asciiUpper = []<typename Unit>(Unit c) noexcept {
+  return c >= 'a' && c <= 'z' ? static_cast<Unit>(c - ('a' - 'A')) : c;
 };
 
 template <typename Unit>
@@ -37,6 +41,9 @@ template <typename Unit>
   const auto lower = asciiLower(c);
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
+
+/// The digits that hexValue reads, in upper case.
+inline constexpr char16_t kHexDigits[] = u"0123456789ABCDEF";
 
 [[nodiscard]] constexpr bool isHighSurrogate(char16_t unit) noexcept {
   return (unit & 0xFC00) == 0xD800;

@@ -20,11 +20,8 @@ constexpr std::u16string_view withoutTrailingBlanks(std::u16string_view path) no
   return path.substr(0, path.find_last_not_of(u' ') + 1);
 }
 
-/// False for a text that no system takes as a path: an empty one, or one that holds a NUL, after
-/// which the system would not read on.
-constexpr bool isPath(std::u16string_view path) noexcept {
-  return !path.empty() && path.find(u'\0') == std::u16string_view::npos;
-}
+/// The longest path, in characters.
+inline constexpr std::size_t kMaxPath = 4095;
 
 /// True when a part has more than the 255 characters that a file system stores. The systems have
 /// several errors for these, by the length of the whole.
@@ -36,6 +33,13 @@ constexpr bool hasLongPart(std::u16string_view path) noexcept {
     size = isSeparator(unit) ? 0 : size + 1;
     return size > kMaxPart;
   });
+}
+
+/// False for a text that no system takes as a path: one that is empty or too long, in whole or in a
+/// part, or that holds a NUL, after which the system would not read on.
+constexpr bool isPath(std::u16string_view path) noexcept {
+  return !path.empty() && path.size() <= kMaxPath && path.find(u'\0') == path.npos &&
+         !hasLongPart(path);
 }
 
 }  // namespace quendal

@@ -31,6 +31,12 @@ std::u16string decimalText(std::int64_t value, std::size_t digits) {
   return text;
 }
 
+std::u16string hexText(std::uint64_t value, std::size_t digits) {
+  std::u16string text(digits, u'0');
+  for (; digits > 0; value >>= 4) text[--digits] = kHexDigits[value & 0xF];
+  return text;
+}
+
 std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
                           std::u16string_view by) {
   std::u16string result;

@@ -21,6 +21,9 @@ inline constexpr std::u16string_view kLineEnd = u"\r\n";
 /// Plain decimal, with zeros in front up to a number of digits; a sign stands before them.
 [[nodiscard]] std::u16string decimalText(std::int64_t value, std::size_t digits = 1);
 
+/// The last `digits` hexadecimal digits of a number, in upper case.
+[[nodiscard]] std::u16string hexText(std::uint64_t value, std::size_t digits);
+
 /// `text` with every occurrence of `what` replaced, from the start on.
 [[nodiscard]] std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
                                         std::u16string_view by);

@@ -31,7 +31,7 @@ char32_t nextCodePoint(std::u16string_view text, std::size_t& at) noexcept {
   if (isHighSurrogate(unit) && at < text.size() && isLowSurrogate(text[at])) {
     return 0x10000u + ((unit & 0x3FFu) << 10) + (text[at++] & 0x3FFu);
   }
-  return isHighSurrogate(unit) || isLowSurrogate(unit) ? kReplacement : unit;
+  return isSurrogate(unit) ? kReplacement : unit;
 }
 
 char* encode(char32_t point, char* out) noexcept {

@@ -15,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/open_file.h"
+
 namespace quendal::platform {
 
 /// Why a file operation failed, by the numbers that a page's file-system object raises.
@@ -62,9 +64,6 @@ class AppendFile {
   /// On Windows a file that another program does not share fails with PermissionDenied after a
   /// short wait (at most some 150 ms): scanners hold files for a moment.
   explicit AppendFile(std::u16string_view path, Open how = Open::Existing) noexcept;
-  AppendFile(AppendFile&& other) noexcept;
-  AppendFile& operator=(AppendFile&&) = delete;
-  ~AppendFile();
 
   /// None, or why it is not open.
   [[nodiscard]] FileError error() const noexcept { return error_; }
@@ -80,7 +79,7 @@ class AppendFile {
                                  std::size_t headSize = 0) noexcept;
 
  private:
-  std::intptr_t native_ = -1;  // the system's handle
+  OpenFile file_;
   FileError error_;
 };
 

@@ -28,8 +28,4 @@ namespace quendal::platform {
 [[nodiscard]] std::u16string upperCase(std::u16string_view text);
 [[nodiscard]] std::u16string lowerCase(std::u16string_view text);
 
-/// Order of two texts in the user's locale without regard to case: negative, 0 or positive. On
-/// POSIX it is the order of the lower-case UTF-16 units.
-[[nodiscard]] int compareTextNoCase(std::u16string_view a, std::u16string_view b) noexcept;
-
 }  // namespace quendal::platform

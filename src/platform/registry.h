@@ -1,11 +1,6 @@
 // Read-only view of the local machine's registry. Paths are as below HKEY_LOCAL_MACHINE, names
 // are compared without case.
-//
-// On POSIX the view is composed from what the system knows: the product name from the OS release
-// file, installed ODBC drivers from the driver manager's configuration, runtime versions from the
-// installed runtimes. A text file named by the environment variable QUENDAL_REGISTRY replaces it
-// (the layout of an exported registry file; the hive's name may be left out of its keys). It is
-// read anew for each question.
+// On POSIX the view is composed from what the system knows (posix/registry_tree.h).
 #pragma once
 
 #include <cstdint>

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/text.h"
+
 namespace quendal::platform {
 
 /// The fixed file information record, as published.
@@ -32,6 +34,11 @@ struct Translation {
   std::uint16_t language = 0;
   std::uint16_t codePage = 0;
 };
+
+/// The name of the string table of a language and code page: both with four digits.
+[[nodiscard]] inline std::u16string tableKey(Translation table) {
+  return hexText(table.language, 4) + hexText(table.codePage, 4);
+}
 
 /// A version resource that was read. Text comes back through the code page, as the system's
 /// single-byte functions give it.

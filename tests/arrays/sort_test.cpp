@@ -142,7 +142,8 @@ TEST(Sort, AgreesWithAPlainStableSortHoweverTheArrayIsPassed) {
     std::ranges::stable_sort(values, [&](const Variant& a, const Variant& b) {
       if (!isText) return isDown ? doubleOf(a) > doubleOf(b) : doubleOf(a) < doubleOf(b);
       const std::u16string_view x = viewOf(a.bstrVal), y = viewOf(b.bstrVal);
-      const int order = isBinary ? x.compare(y) : platform::compareTextNoCase(x, y);
+      const int order =
+          isBinary ? x.compare(y) : platform::lowerCase(x).compare(platform::lowerCase(y));
       return isDown ? order > 0 : order < 0;
     });
     EXPECT_EQ(ArrayFunctions().sort(variable.reference(), -1, -1, booleanOf(isDown),

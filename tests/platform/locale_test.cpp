@@ -4,8 +4,11 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 
+#include "base/number_pattern.h"
 #include "base/utf8.h"
+#include "platform/sort_key.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::platform {
@@ -61,38 +64,80 @@ TEST(Locale, EverySecondOfADayFormatsAsItself) {
   }
 }
 
-TEST(Locale, ChangesCaseUnitByUnit) {
+// A locale with signs of its own and the grouping of the moment.
+std::u16string_view grouping;
+std::size_t ownLocale(std::uint32_t item, std::span<char16_t> out) {
+  const std::u16string_view text = item == 0x0E   ? u","
+                                   : item == 0x0F ? u"."
+                                   : item == 0x10 ? grouping
+                                   : item == 0x51 ? u"~"
+                                                  : u"";
+  return text.copy(out.data(), out.size());
+}
+
+TEST(Locale, FormatsNumbers) {
   const struct {
-    std::u16string_view lower;
-    std::u16string_view upper;
-  } kPairs[] = {{u"azAZ09 [`{@", u"AZAZ09 [`{@"},
-                {u"école straße", u"ÉCOLE STRAßE"},
-                {u"αβγ", u"ΑΒΓ"},
-                {u"日本😀", u"日本😀"}};
-  for (const auto& [lower, upper] : kPairs) {
-    EXPECT_EQ(toUtf8(upperCase(lower)), toUtf8(upper));
-    EXPECT_EQ(upperCase(upper), upper);
-    EXPECT_EQ(toUtf8(lowerCase(upper)), toUtf8(lowerCase(lower)));
+    const char16_t* grouping;
+    double value;
+    int decimals;
+    const char* text;
+  } kCases[] = {
+      {u"3;0", 1234567.125, 2, "1.234.567,13"},  // a half goes away from zero
+      {u"3;0", -1000.5, 0, "~1.001"},
+      {u"3;0", 999.995, 2, "1.000,00"},
+      {u"3;0", 999, 1, "999,0"},
+      {u"3;0", 9.5, 0, "10"},
+      {u"3;0", 0, 0, "0"},
+      {u"3;0", -0.004, 2, "0,00"},  // no sign before nothing
+      {u"3;0", 0.005, 2, "0,01"},
+      {u"3;0", 1.5e-9, 3, "0,000"},
+      {u"3;0", 12.5, -1, "13"},
+      {u"3;0", 1234567890123456, 1, "1.234.567.890.123.460,0"},  // 15 digits count
+      {u"3;2;0", 123456789, 0, "12.34.56.789"},
+      {u"3;2", 1234567890, 0, "12345.67.890"},
+      {u"3", 1234567, 0, "1234.567"},
+      {u"0", 1234567, 0, "1234567"},
+      {u"", 1234567, 0, "1234567"},
+      {u"3;0", std::numeric_limits<double>::infinity(), 2, ""},
+      {u"3;0", std::nan(""), 2, ""},
+  };
+  for (const auto& each : kCases) {
+    grouping = each.grouping;
+    EXPECT_EQ(toUtf8(formatNumberPattern(each.value, each.decimals, ownLocale)), each.text);
   }
+  if (!isAmericanEnglish()) GTEST_SKIP() << "the user's locale is not English (United States)";
+  EXPECT_EQ(formatNumber(-1234567.891, 2), u"-1,234,567.89");
+}
+
+TEST(Locale, ChangesCaseUnitByUnit) {
+  test::forEachPair(u"az09 [`{@=AZ09 [`{@|école straße=ÉCOLE STRAßE|αβγ=ΑΒΓ|日本😀=日本😀",
+                    [](std::u16string_view lower, const std::string& upper) {
+                      EXPECT_EQ(toUtf8(upperCase(lower)), upper);
+                      EXPECT_EQ(lowerCase(fromUtf8(upper)), lower);
+                    });
   const std::u16string loose{u'é', 0xD800, u'é', 0xDC00};  // unpaired surrogates stay
   EXPECT_EQ(upperCase(loose), (std::u16string{u'É', 0xD800, u'É', 0xDC00}));
 }
 
-TEST(Locale, ComparesWithoutCase) {
-  const struct {
-    std::u16string_view a;
-    std::u16string_view b;
-    int order;
-  } kCases[] = {{u"École", u"éCOLE", 0},
-                {u"a", u"B", -1},
-                {u"", u"a", -1},
-                {u"abc", u"ABCD", -1},
-                {u"ПРИВЕТ", u"привет", 0}};
-  const auto sign = [](int value) { return (value > 0) - (value < 0); };
-  for (const auto& [a, b, order] : kCases) {
-    EXPECT_EQ(sign(compareTextNoCase(a, b)), order) << toUtf8(a) << " / " << toUtf8(b);
-    EXPECT_EQ(sign(compareTextNoCase(b, a)), -order);
-  }
+TEST(Locale, SortKeysAreInTheOrderOfTheirTexts) {
+  // In order; an equal sign between texts that differ in case alone. Both homes agree on these.
+  constexpr std::u16string_view kTexts =
+      u"|10|9|a=A|a1=A1|Ab=aB|abcdefghij=ABCDEFGHIJ|abcdefghijk|ae|b|ba=BA|eb|z"
+      u"|\u042F=\u044F|\u4E2D";
+  std::u16string previous;
+  test::forEachText(kTexts, [&previous](std::u16string_view texts) {
+    const auto keyOf = [](std::u16string_view text) {
+      std::u16string key = u"before";
+      appendSortKey(text, key);
+      EXPECT_TRUE(key.starts_with(u"before"));
+      return key.substr(6);
+    };
+    const std::size_t mark = texts.find(u'=');
+    const std::u16string key = keyOf(texts.substr(0, mark));
+    EXPECT_EQ(key, keyOf(texts.substr(mark == texts.npos ? 0 : mark + 1)));
+    EXPECT_TRUE(texts.empty() || previous < key);
+    previous = key;
+  });
 }
 
 }  // namespace

@@ -1,32 +1,25 @@
 // What the environment answers where the system has no such variables, and other accounts.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <cstdlib>
-#include <functional>
+#include <string>
 
 #include "platform/identities.h"
+#include "tests/platform/posix_environment.h"
 
 namespace quendal::platform {
 namespace {
 
-// The environment belongs to the whole process, so each check has a process of its own.
-bool holdsInChild(const std::function<bool()>& check) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(check() ? 0 : 1);
-  int status = -1;
-  return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 TEST(PosixIdentitiesTest, EnvironmentAnswersAsPagesAsk) {
   const struct {
     const char* variables[2];
-    const char16_t* name;
-    const char16_t* value;
+    const char16_t *name, *value;
   } cases[] = {
       {{"TEMP=/upper", "TMPDIR=/other"}, u"temp", u"/upper"},
       {{"temp=/exact", "TEMP=/upper"}, u"temp", u"/exact"},
+      {{"TEMP=/upper", "temp=/exact"}, u"temp", u"/exact"},
       {{"TEMP=", "TMP=/first"}, u"temp", u""},
       {{"Os=Mine", "Y="}, u"OS", u"Mine"},
       {{"NAME=gr\xC3\xBC\xC3\x9F", "Y="}, u"name", u"gr\u00FC\u00DF"},
@@ -38,6 +31,17 @@ TEST(PosixIdentitiesTest, EnvironmentAnswersAsPagesAsk) {
       return environmentVariable(c.name) == c.value;
     })) << c.variables[0];
   }
+}
+
+TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {
+  utsname system;
+  ASSERT_EQ(::uname(&system), 0);
+  const OSVersion version = osVersion();
+  EXPECT_TRUE(
+      std::string(system.release)
+          .starts_with(std::to_string(version.major) + "." + std::to_string(version.minor)));
+  EXPECT_EQ(version.platformId, 4);
+  EXPECT_EQ(version.servicePack, std::u16string(1, u'\0') + std::u16string(127, u' '));
 }
 
 TEST(PosixIdentitiesTest, UserNameFollowsTheAccountOfTheMoment) {

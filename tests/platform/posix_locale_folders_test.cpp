@@ -1,17 +1,15 @@
 // Locales of the C library, and special folders of the user-directories configuration.
 #include <gtest/gtest.h>
-#include <locale.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <optional>
 
 #include "base/utf8.h"
 #include "platform/folders.h"
 #include "platform/posix/date_picture.h"
 #include "platform/posix/locale_table.h"
+#include "platform/version_resource.h"
+#include "tests/platform/posix_environment.h"
 #include "tests/platform/temp_folder.h"
 #include "tests/support/text_rows.h"
 
@@ -23,14 +21,16 @@ TEST(DatePicture, ConvertsFormats) {
   const struct {
     const char16_t *format, *pictures;  // of the short date, the long date and the time
   } kCases[] = {
-      {u"%d.%m.%Y", u"dd.MM.yyyy|dd.MM.yyyy|"},
       {u"%-d/%-m/%y", u"d/M/yy|d/M/yy|"},
       {u"%a %d %b %Y %T %Z", u"ddd dd MMM yyyy|dddd dd MMMM yyyy|HH:mm:ss"},
       {u"%Y年%m月%d日 %H時%M分", u"yyyy'年'MM'月'dd'日'|yyyy'年'MM'月'dd'日'|HH'時'mm'分'"},
       {u"%x %r", u"dd.MM.yyyy|dd.MM.yyyy|hh:mm:ss tt"},
+      {u"%F, %R", u"yyyy-MM-dd|yyyy-MM-dd|HH:mm"},
+      {u"%D%t%X", u"MM/dd/yy|MM/dd/yy|HH:mm:ss"},
       {u"%A, %d. %B %Y. %T", u"dddd, dd. MMMM yyyy.|dddd, dd. MMMM yyyy.|HH:mm:ss"},
-      {u"%d.\u00A0%B\u202F%Y", u"dd. MMMM yyyy|dd. MMMM yyyy|"},
+      {u"%d.\u00A0%h\u202F%Y", u"dd. MMM yyyy|dd. MMMM yyyy|"},
       {u"%e o'clock", u"d' o''clock'|d' o''clock'|"},
+      {u"%e.-- %-k %l %P", u"d.--|d.--|H h tt"},
       {u"%Ey%%%Od", u"yy%dd|yy%dd|"},
       {u"%Q 100%", u"||"},
   };
@@ -41,77 +41,89 @@ TEST(DatePicture, ConvertsFormats) {
   }
   const StrftimeFormats kCircular{u"%x%x%x%d", u"", u""};  // ends all the same
   EXPECT_FALSE(pictureOf(u"%x", PictureKind::ShortDate, kCircular).empty());
+
+  test::forEachPair(u"M/d/yyyy=/|d. MMMM=. |yyyy'年'M=|'kl. 'HH.mm=.|'open=|yyyy=",
+                    [](std::u16string_view picture, const std::string& separator) {
+                      EXPECT_EQ(toUtf8(pictureSeparator(picture)), separator);
+                    });
 }
 
-TEST(DatePicture, FindsSeparators) {
-  const std::pair<const char16_t*, const char16_t*> kCases[] = {
-      {u"M/d/yyyy", u"/"},    {u"d. MMMM", u". "}, {u"yyyy'年'M", u""},
-      {u"'kl. 'HH.mm", u"."}, {u"'open", u""},     {u"yyyy", u""},
-  };
-  for (const auto& [picture, separator] : kCases) EXPECT_EQ(pictureSeparator(picture), separator);
-}
+LocaleTable tableOf(const std::string& name) { return LocaleTable({name, name, name, name}); }
 
 TEST(LocaleTable, UnknownLocalesReadAsAmericanEnglish) {
   for (const std::string name : {"", "C", "C.UTF-8", "POSIX", "en_US.UTF-8", "xx_XX", "../x"}) {
-    const LocaleTable table(LocaleNames{name, name, name, name});
-    EXPECT_EQ(table.item(0x1F), u"M/d/yyyy") << name;
-    EXPECT_EQ(table.item(0x1001), u"English") << name;
+    EXPECT_EQ(tableOf(name).item(0x1F), u"M/d/yyyy") << name;
+    EXPECT_EQ(tableOf(name).item(0x1001), u"English") << name;
   }
 }
 
-TEST(LocaleTable, TakesTheTextsOfAnInstalledLocale) {
-  const std::string name = "de_DE.UTF-8";
-  const locale_t found = newlocale(LC_ALL_MASK, name.c_str(), locale_t{});
-  if (found == locale_t{}) GTEST_SKIP() << "the locale " << name << " is not installed";
-  freelocale(found);
-  const LocaleTable table(LocaleNames{name, name, name, name});
+TEST(LocaleTable, TakesTheTextsOfTheCLibrarysLocales) {
+  const TempFolder owner;  // of locales in single-byte encodings, which are made in no time
+  const std::string folder = owner.native();
+  const auto made = [&folder](const std::string& name, const std::string& encoding) {
+    const std::string file = folder + "/" + name + "." + encoding;
+    const std::string command =
+        "localedef -c -i " + name + " -f " + encoding + " " + file + " >/dev/null 2>&1";
+    return std::system(command.c_str()) != -1 && std::filesystem::exists(file);
+  };
+  if (!made("de_DE", "ISO-8859-15") || !made("en_IN", "ISO-8859-1"))
+    GTEST_SKIP() << "the system has no sources of locales";
+  const auto expect = [](const LocaleTable& table, std::u16string_view rows) {
+    test::forEachPair(rows, [&table](std::u16string_view item, const std::string& text) {
+      const auto number = static_cast<std::uint32_t>(std::stoul(toUtf8(item), nullptr, 16));
+      EXPECT_EQ(toUtf8(table.item(number)), text);
+    });
+  };
+  // In a process of its own, since the C library loses memory with this variable.
+  EXPECT_TRUE(holdsInChild([&] {
+    const EnvironmentChange path("LOCPATH", folder);
+    const std::string german = "de_DE.ISO-8859-15";
+    expect(
+        tableOf(german),
+        u"0E=,|0F=.|10=3;0|11=2|14=€|1D=.|1E=:|1F=dd.MM.yyyy|20=dddd dd MMMM yyyy|28=|29=|2A=Montag"
+        u"|30=Sonntag|31=Mo|37=So|38=Januar|3A=März|43=Dezember|46=Mär|51=-|52=1|53=1|1001=German"
+        u"|1002=Germany|1003=HH:mm:ss");
+    expect(tableOf("en_IN.ISO-8859-1"),
+           u"0F=,|10=3;2;0|14=INR|1D=/|1F=dd/MM/yy|20=dddd dd MMMM yyyy|28=AM|29=PM|1001=English"
+           u"|1002=India|1003=hh:mm:ss tt");
+    expect(LocaleTable({"C", german, "", "C"}), u"0E=,|14=$|38=January|1001=English");
+    expect(LocaleTable({"C", "C", german, german}), u"0E=.|14=€|38=January|1001=German");
+    return !testing::Test::HasFailure();
+  }));
+}
+
+TEST(LocaleTable, NamesComeFromTheEnvironment) {
+  const EnvironmentChange changes[] = {
+      {"LC_ALL", ""}, {"LC_TIME", ""}, {"LC_MONETARY", "C"}, {"LANG", "de_DE"}};
+  const EnvironmentChange numeric("LC_NUMERIC", "fr_FR");
+  const auto expect = [](const char* time, const char* numbers, const char* money) {
+    const LocaleNames names = localeNamesOfEnvironment();
+    EXPECT_EQ(names.time, time);
+    EXPECT_EQ(names.numeric, numbers);
+    EXPECT_EQ(names.monetary, money);
+    EXPECT_EQ(names.language, time);
+  };
+  expect("de_DE", "fr_FR", "C");
+  const EnvironmentChange all("LC_ALL", "it_IT");
+  expect("it_IT", "it_IT", "it_IT");
+}
+
+TEST(PosixLanguageNames, FollowTheSublanguage) {
   test::forEachPair(
-      u"0E=,|10=3;0|14=€|1D=.|1F=dd.MM.yyyy|20=dddd dd MMMM yyyy|2A=Montag|30=Sonntag|31=Mo|37=So"
-      u"|3A=März|43=Dezember|46=Mär|1001=German|1002=Germany|1003=HH:mm:ss",
-      [&table](std::u16string_view item, const std::string& text) {
-        const auto number = static_cast<std::uint32_t>(std::stoul(toUtf8(item), nullptr, 16));
-        EXPECT_EQ(toUtf8(table.item(number)), text);
+      u"0405=Czech|0805=|1407=German|4407=|1C1A=Serbian (Cyrillic)|0000=English|1800=",
+      [](std::u16string_view id, const std::string& name) {
+        const auto number = std::stoul(toUtf8(id), nullptr, 16);
+        EXPECT_EQ(toUtf8(languageName(static_cast<std::uint16_t>(number))), name);
       });
-  const LocaleTable mixed(LocaleNames{"C", name, "", "C"});
-  EXPECT_EQ(mixed.item(0x0E), u",");
-  EXPECT_EQ(mixed.item(0x38), u"January");
 }
 
-// Environment variables as they were, when the test ends.
-class UserEnvironment : public testing::Test {
- protected:
-  void set(const char* name, const std::string& value) {
-    const char* const old = getenv(name);
-    saved_.emplace(name, old != nullptr ? std::optional<std::string>(old) : std::nullopt);
-    setenv(name, value.c_str(), 1);
-  }
-  ~UserEnvironment() override {
-    for (const auto& [name, value] : saved_)
-      value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str());
-  }
-
- private:
-  std::map<std::string, std::optional<std::string>> saved_;
-};
-
-TEST_F(UserEnvironment, NamesOfLocales) {
-  for (const char* name : {"LC_ALL", "LC_TIME", "LC_NUMERIC", "LC_MONETARY", "LANG"}) set(name, "");
-  EXPECT_EQ(localeNamesOfEnvironment().time, "");
-  set("LANG", "de_DE");
-  set("LC_NUMERIC", "fr_FR");
-  EXPECT_EQ(localeNamesOfEnvironment().time, "de_DE");
-  EXPECT_EQ(localeNamesOfEnvironment().numeric, "fr_FR");
-  set("LC_ALL", "C");
-  EXPECT_EQ(localeNamesOfEnvironment().numeric, "C");
-}
-
-TEST_F(UserEnvironment, FoldersOfAUser) {
+TEST(PosixFolders, AreThoseOfTheUser) {
   const TempFolder owner;
   const std::filesystem::path home = owner.native();
-  set("HOME", home.string() + "/");
-  set("XDG_CONFIG_HOME", "relative paths do not count");
-  set("XDG_DATA_HOME", home / "data");
-  set("XDG_CACHE_HOME", "");
+  const EnvironmentChange changes[] = {{"HOME", home.string() + "/"},
+                                       {"XDG_CONFIG_HOME", "relative paths do not count"},
+                                       {"XDG_DATA_HOME", home / "data"},
+                                       {"XDG_CACHE_HOME", ""}};
   for (const char* folder : {".config", "data/applications", "Bilder", "Music", "Desktop"}) {
     std::filesystem::create_directories(home / folder);
   }

@@ -20,11 +20,7 @@ TEST(Sockets, StartAnswerAndStop) {
   EXPECT_FALSE(name->empty());
   EXPECT_EQ(name->find('\0'), std::string::npos);
 
-  using Bytes = std::vector<std::uint8_t>;
-  EXPECT_EQ(firstAddress("127.0.0.1"), (Bytes{127, 0, 0, 1}));
-  if (const Bytes local = firstAddress("localhost"); !local.empty()) {  // needs a hosts file
-    EXPECT_EQ(local, (Bytes{127, 0, 0, 1}));
-  }
+  EXPECT_EQ(firstAddress("127.0.0.1"), (std::vector<std::uint8_t>{127, 0, 0, 1}));
   EXPECT_TRUE(firstAddress("no.such.host.invalid").empty());
   EXPECT_TRUE(firstAddress("not a host name").empty());
   EXPECT_TRUE(stopSockets());
@@ -36,10 +32,7 @@ TEST(Folders, TheSystemFolderIsAFolder) {
   EXPECT_NE(system.back(), u'\\');
   EXPECT_EQ(system, specialFolder(37));
   EXPECT_TRUE(std::filesystem::is_directory(system));
-}
-
-TEST(Folders, NumbersThatTheShellDoesNotKnow) {
-  for (const int id : {-1, 62, 1000, 0x7FFFFFFF}) EXPECT_EQ(specialFolder(id), u"") << id;
+  for (const int unknown : {-1, 62, 1000, 0x7FFFFFFF}) EXPECT_EQ(specialFolder(unknown), u"");
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
 #include "platform/posix/byte_source.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <limits>
 
+#include "platform/posix/native_path.h"
+
 namespace quendal::platform {
 
-FileBytes::FileBytes(const char* nativePath) noexcept : file_(openFile(nativePath, O_RDONLY)) {}
+FileBytes::FileBytes(const char* nativePath) noexcept : file_(openNative(nativePath, O_RDONLY)) {}
 
 std::size_t FileBytes::read(std::uint64_t offset, std::span<std::byte> into) noexcept {
   if (into.size() > window_.size()) return readDirectly(offset, into);
@@ -29,8 +32,8 @@ std::size_t FileBytes::readDirectly(std::uint64_t offset, std::span<std::byte> i
   if (!isOpen() || offset > kLastOffset || into.size() > kLastOffset - offset) return 0;
   std::size_t done = 0;
   while (done < into.size()) {
-    const ssize_t count = ::pread(file_.get(), into.data() + done, into.size() - done,
-                                  static_cast<off_t>(offset + done));
+    const ssize_t count = ::pread(static_cast<int>(file_.native()), into.data() + done,
+                                  into.size() - done, static_cast<off_t>(offset + done));
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) break;
     done += static_cast<std::size_t>(count);

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/posix/descriptor.h"
+#include "platform/open_file.h"
 
 namespace quendal::platform {
 
@@ -43,7 +43,7 @@ class FileBytes final : public ByteSource {
  private:
   std::size_t readDirectly(std::uint64_t offset, std::span<std::byte> into) noexcept;
 
-  Descriptor file_;
+  OpenFile file_;
   std::uint64_t windowOffset_ = 0;
   std::size_t windowSize_ = 0;
   std::array<std::byte, 4096> window_;

@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <iterator>
 
+#include "base/characters.h"
+
 namespace quendal::platform {
 namespace {
 
 constexpr int kMaxNesting = 3;
-
-constexpr bool isLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 
 // The blanks that keep a line together read as plain ones.
 constexpr bool isBlank(char16_t c) { return c == u' ' || c == 0x00A0 || c == 0x202F; }
@@ -138,7 +138,7 @@ class Builder {
   // Letters would read as elements, so a text with any is quoted.
   void put(std::u16string_view literal) {
     const bool quoted = std::any_of(literal.begin(), literal.end(),
-                                    [](char16_t c) { return isLetter(c) || c >= 0x80; });
+                                    [](char16_t c) { return isLetter(c) || !isAscii(c); });
     if (!quoted) {
       out_ += literal;
       return;
@@ -171,7 +171,7 @@ std::u16string pictureSeparator(std::u16string_view picture) {
     const std::size_t end = quoted ? picture.find(u'\'', 1) : 0;
     picture.remove_prefix(std::min(end, picture.size() - 1) + 1);
   }
-  const auto begin = std::find_if_not(picture.begin(), picture.end(), isLetter);
+  const auto begin = std::find_if_not(picture.begin(), picture.end(), isLetter<char16_t>);
   const auto end =
       std::find_if(begin, picture.end(), [](char16_t c) { return isLetter(c) || c == u'\''; });
   return end == picture.end() ? std::u16string() : std::u16string(begin, end);

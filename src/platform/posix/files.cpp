@@ -8,14 +8,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
+#include <ctime>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include "base/path_text.h"
 #include "base/utf8.h"
-#include "platform/posix/descriptor.h"
+#include "platform/posix/host_files.h"
 #include "platform/posix/native_path.h"
 
 namespace quendal::platform {
@@ -30,32 +29,6 @@ FileError pathError(const NativePath& path) noexcept {
   return path.endsInSeparator() ? FileError::PathNotFound : FileError::None;
 }
 
-// Keeps the other appenders of the file out; of a network file system also those of other machines.
-class AppendLock {
- public:
-  explicit AppendLock(int file) noexcept : file_(file) {
-    // Others hold it for the moment of a write; one that is stopped must not stop every page.
-    constexpr int kPatience = 5000;  // milliseconds
-    constexpr timespec kPause{0, 1'000'000};
-    for (int tries = 0; tries < kPatience; ++tries) {
-      isTaken_ = ::flock(file_, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EINTR);
-      // Where a file system has no locks, appending is one step within this machine all the same.
-      if (!isTaken_) return;
-      ::nanosleep(&kPause, nullptr);
-    }
-  }
-  [[nodiscard]] bool isTaken() const noexcept { return isTaken_; }
-  // Closing the file would not do: a child of this process may hold it, too, until it is a program
-  // of its own.
-  ~AppendLock() { ::flock(file_, LOCK_UN); }
-  AppendLock(const AppendLock&) = delete;
-  AppendLock& operator=(const AppendLock&) = delete;
-
- private:
-  int file_;
-  bool isTaken_ = false;
-};
-
 // One write call; it is repeated only when a signal came before any byte was written.
 ssize_t writeOnce(int file, std::span<const std::byte> bytes) noexcept {
   ssize_t written;
@@ -63,22 +36,6 @@ ssize_t writeOnce(int file, std::span<const std::byte> bytes) noexcept {
     written = ::write(file, bytes.data(), bytes.size());
   } while (written < 0 && errno == EINTR);
   return written;
-}
-
-FileError appendOnce(int file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
-  const AppendLock lock(file);
-  if (lock.isTaken()) return FileError::PermissionDenied;
-  const off_t end = ::lseek(file, 0, SEEK_END);
-  if (end != 0) bytes = bytes.subspan(headSize);
-  const ssize_t written = writeOnce(file, bytes);
-  if (written == std::ssize(bytes)) return FileError::None;
-  if (written < 0) return fileError(errno);
-  // It has run into a limit, which the system only tells at the next write. Half an entry, perhaps
-  // half a character, would spoil all that follows in the file; if this fails too, it stays.
-  if (::lseek(file, 0, SEEK_END) == end + written) {
-    [[maybe_unused]] const int result = ::ftruncate(file, end);
-  }
-  return FileError::DiskFull;
 }
 
 // True when the system or the file system has no rename that never replaces.
@@ -92,29 +49,11 @@ bool lacksExclusiveRename(int code) noexcept { return code == EINVAL || code == 
 int moveWithoutReplacing(const NativePath& from, const NativePath& to) noexcept {
   if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
   if (!lacksExclusiveRename(errno)) return errno;
-  if (!openFile(to.c_str(), O_WRONLY | O_CREAT | O_EXCL, kFileMode)) return errno;
+  if (!openNative(to.c_str(), O_WRONLY | O_CREAT | O_EXCL, kFileMode)) return errno;
   if (::rename(from.c_str(), to.c_str()) == 0) return 0;
   const int code = errno;
   ::unlink(to.c_str());
   return code;
-}
-
-struct OpenFile {
-  FileError error = FileError::None;
-  Descriptor file{};
-  off_t size = 0;  // as the file tells it
-};
-
-OpenFile openForReading(std::u16string_view path) noexcept {
-  const NativePath target(path);
-  if (const FileError error = pathError(target); error != FileError::None) return {error};
-  Descriptor file = openFile(target.c_str(), O_RDONLY);
-  if (!file) return {fileError(errno, target)};
-  struct stat status;
-  if (::fstat(file.get(), &status) != 0) return {fileError(errno)};
-  // A folder cannot be read so, and a device may never end.
-  if (!S_ISREG(status.st_mode)) return {FileError::PermissionDenied};
-  return {FileError::None, std::move(file), status.st_size};
 }
 
 struct CloseFolder {
@@ -127,17 +66,79 @@ bool isFolder(DIR* listing, const dirent& entry) noexcept {
   return ::fstatat(::dirfd(listing), entry.d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
 }
 
-struct FreeMemory {
-  void operator()(char* text) const noexcept { std::free(text); }
-};
-
 // Empty when the folder was removed or lies outside the process's root.
 std::u16string currentFolder() {
-  const std::unique_ptr<char, FreeMemory> folder(::getcwd(nullptr, 0));
+  const CText folder(::getcwd(nullptr, 0));
   return folder != nullptr && *folder == '/' ? fromUtf8(folder.get()) : std::u16string();
 }
 
+int descriptorOf(const OpenFile& file) noexcept { return static_cast<int>(file.native()); }
+
 }  // namespace
+
+FileError OpenFile::close() noexcept {
+  const auto descriptor = static_cast<int>(std::exchange(native_, kNone));
+  if (descriptor < 0 || ::close(descriptor) == 0 || errno == EINTR) return FileError::None;
+  return fileError(errno);
+}
+
+FileError openToAppend(std::u16string_view path, bool isNew, OpenFile& file) noexcept {
+  const NativePath target(path);
+  if (const FileError error = pathError(target); error != FileError::None) return error;
+  file =
+      openNative(target.c_str(), O_WRONLY | O_APPEND | (isNew ? O_CREAT | O_EXCL : 0), kFileMode);
+  return file ? FileError::None : fileError(errno, target);
+}
+
+FileError openToRead(std::u16string_view path, OpenFile& file, std::int64_t& size) noexcept {
+  const NativePath target(path);
+  if (const FileError error = pathError(target); error != FileError::None) return error;
+  file = openNative(target.c_str(), O_RDONLY);
+  if (!file) return fileError(errno, target);
+  struct stat status;
+  if (::fstat(descriptorOf(file), &status) != 0) return fileError(errno);
+  size = status.st_size;
+  return S_ISREG(status.st_mode) ? FileError::None : FileError::PermissionDenied;  // folders, too
+}
+
+FileError readSome(const OpenFile& file, std::span<std::byte> into, std::size_t& count) noexcept {
+  ssize_t read;
+  do {
+    read = ::read(descriptorOf(file), into.data(), into.size());
+  } while (read < 0 && errno == EINTR);
+  count = static_cast<std::size_t>(std::max<ssize_t>(read, 0));
+  return read < 0 ? fileError(errno) : FileError::None;
+}
+
+// Of a network file system it keeps also the appenders of other machines out. Where there are no
+// locks, appending is one step within this machine all the same.
+LockState tryLock(const OpenFile& file) noexcept {
+  if (::flock(descriptorOf(file), LOCK_EX | LOCK_NB) == 0) return LockState::Held;
+  return errno == EWOULDBLOCK || errno == EINTR ? LockState::Taken : LockState::None;
+}
+
+void unlock(const OpenFile& file) noexcept { ::flock(descriptorOf(file), LOCK_UN); }
+
+FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::size_t headSize,
+                     LockState /*lock*/) noexcept {
+  const int descriptor = descriptorOf(file);
+  const off_t end = ::lseek(descriptor, 0, SEEK_END);
+  if (end != 0) bytes = bytes.subspan(headSize);
+  const ssize_t written = writeOnce(descriptor, bytes);
+  if (written == std::ssize(bytes)) return FileError::None;
+  if (written < 0) return fileError(errno);
+  // It has run into a limit, which the system only tells at the next write. Half an entry, perhaps
+  // half a character, would spoil all that follows in the file; if this fails too, it stays.
+  if (::lseek(descriptor, 0, SEEK_END) == end + written) {
+    [[maybe_unused]] const int result = ::ftruncate(descriptor, end);
+  }
+  return FileError::DiskFull;
+}
+
+void waitBriefly() noexcept {
+  constexpr timespec kMillisecond{0, 1'000'000};
+  ::nanosleep(&kMillisecond, nullptr);
+}
 
 PathStatus lookAt(std::u16string_view path) noexcept {
   const NativePath target(path);
@@ -145,11 +146,6 @@ PathStatus lookAt(std::u16string_view path) noexcept {
   if (target.error() != FileError::None || ::stat(target.c_str(), &status) != 0) return {};
   const bool folder = S_ISDIR(status.st_mode);
   return {true, folder, folder ? 0 : static_cast<std::int64_t>(status.st_size)};
-}
-
-bool fileExists(std::u16string_view path) noexcept {
-  const PathStatus status = lookAt(withoutTrailingBlanks(path));
-  return status.exists && !status.isFolder;
 }
 
 std::u16string absolutePath(std::u16string_view path) {
@@ -187,28 +183,6 @@ FileError createFolder(std::u16string_view path) noexcept {
   return lookAt(path).isFolder ? FileError::None : fileError(code, target);
 }
 
-AppendFile::AppendFile(std::u16string_view path, Open how) noexcept {
-  const NativePath target(path);
-  error_ = pathError(target);
-  if (error_ != FileError::None) return;
-  const int creation = how == Open::New ? O_CREAT | O_EXCL : 0;
-  Descriptor file = openFile(target.c_str(), O_WRONLY | O_APPEND | creation, kFileMode);
-  if (!file) error_ = fileError(errno, target);
-  native_ = file.release();
-}
-
-AppendFile::AppendFile(AppendFile&& other) noexcept
-    : native_(std::exchange(other.native_, -1)), error_(other.error_) {}
-
-AppendFile::~AppendFile() { const Descriptor file(static_cast<int>(native_)); }
-
-FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
-  Descriptor file(static_cast<int>(std::exchange(native_, -1)));
-  const FileError error = appendOnce(file.get(), bytes, headSize);
-  if (error != FileError::None) return error;
-  return file.close() ? FileError::None : fileError(errno);
-}
-
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {
   const NativePath source(from);
   const NativePath target(to);
@@ -220,34 +194,6 @@ FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept 
   // renamed it and created it anew by now.
   const FileError error = fileError(code, target);
   return error == FileError::NotFound ? fileError(code, source) : error;
-}
-
-FileError checkReadable(std::u16string_view path) noexcept { return openForReading(path).error; }
-
-FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
-  bytes.clear();
-  const OpenFile source = openForReading(path);
-  if (source.error != FileError::None) return source.error;
-  const Descriptor& file = source.file;
-
-  std::vector<std::byte> content;
-  if (static_cast<std::uintmax_t>(source.size) >= content.max_size()) throw std::bad_alloc();
-  // One byte more than is told, so that the end shows without another round; a file that grows
-  // meanwhile, or tells no size, is read to its end all the same.
-  content.resize(static_cast<std::size_t>(source.size) + 1);
-  for (std::size_t size = 0;;) {
-    const ssize_t count = ::read(file.get(), content.data() + size, content.size() - size);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return fileError(errno);
-    size += static_cast<std::size_t>(count);
-    if (count == 0) {
-      content.resize(size);
-      break;
-    }
-    if (size == content.size()) content.resize(std::max<std::size_t>(4096, size + size / 2));
-  }
-  bytes = std::move(content);
-  return FileError::None;
 }
 
 std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {

@@ -1,40 +1,22 @@
 #include "platform/posix/host_files.h"
 
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
+#include <cstddef>
 #include <cstdlib>
+#include <vector>
 
-#include "platform/posix/descriptor.h"
+#include "base/utf8.h"
+#include "platform/files.h"
 
 namespace quendal::platform {
-namespace {
-
-constexpr std::size_t kMaxFileSize = std::size_t{4} << 20;
-
-}  // namespace
 
 std::optional<std::string> readTextFile(const std::string& path) {
-  const Descriptor file = openFile(path.c_str(), O_RDONLY);
-  struct stat status {};
-  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
-      static_cast<std::size_t>(status.st_size) > kMaxFileSize) {
-    return std::nullopt;
-  }
-  std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-  std::size_t have = 0;
-  while (have < bytes.size()) {
-    const ssize_t got = read(file.get(), bytes.data() + have, bytes.size() - have);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return std::nullopt;
-    if (got == 0) break;  // the file was cut meanwhile
-    have += static_cast<std::size_t>(got);
-  }
-  bytes.resize(have);
-  return bytes;
+  std::vector<std::byte> bytes;
+  if (readFile(fromUtf8(path), bytes) != FileError::None) return std::nullopt;
+  return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
 }
 
 std::string environmentText(const char* name) {

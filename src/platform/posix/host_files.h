@@ -1,14 +1,22 @@
 // Small text files and settings of the host system.
 #pragma once
 
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace quendal::platform {
 
-/// The bytes of a regular file of at most 4 MiB; nothing for anything else and when it cannot be
-/// read. Never waits, whatever the path names.
+/// A text that the C library has allocated.
+struct FreeMemory {
+  void operator()(char* text) const noexcept { std::free(text); }
+};
+using CText = std::unique_ptr<char, FreeMemory>;
+
+/// The bytes of a regular file; nothing for anything else and when it cannot be read. Never waits,
+/// whatever the path names.
 [[nodiscard]] std::optional<std::string> readTextFile(const std::string& path);
 
 /// An environment variable; empty when it is not set.

@@ -14,6 +14,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/characters.h"
+#include "base/text.h"
 #include "base/utf8.h"
 
 namespace quendal::platform {
@@ -39,16 +41,7 @@ std::optional<std::string> accountName(uid_t user) {
 std::u16string nameOf(uid_t user) {
   if (const auto name = accountName(user)) return fromUtf8(*name);
   const char* const name = std::getenv("USER");
-  return fromUtf8(name != nullptr && *name != '\0' ? std::string(name) : std::to_string(user));
-}
-
-constexpr char lower(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool sameNoCase(std::string_view a, std::string_view b) noexcept {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lower(x) == lower(y); });
+  return name != nullptr && *name != '\0' ? fromUtf8(name) : decimalText(user);
 }
 
 // The value of a variable, spelled as asked for or else in any case; null when there is none.
@@ -57,7 +50,10 @@ const char* findVariable(const std::string& name) noexcept {
   for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
     const std::string_view text(*entry);
     const std::size_t equals = text.find('=');
-    if (equals != text.npos && sameNoCase(text.substr(0, equals), name)) return *entry + equals + 1;
+    if (equals != text.npos &&
+        std::ranges::equal(text.substr(0, equals), name, {}, asciiLower, asciiLower)) {
+      return *entry + equals + 1;
+    }
   }
   return nullptr;
 }
@@ -132,13 +128,10 @@ std::u16string newIdentifier() {
   bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);  // version: random
   bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);  // variant: the standard one
 
-  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
   std::u16string text;
-  text.reserve(36);
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (i == 4 || i == 6 || i == 8 || i == 10) text += u'-';
-    text += kDigits[bytes[i] >> 4];
-    text += kDigits[bytes[i] & 0x0F];
+    text += hexText(bytes[i], 2);
   }
   return text;
 }

@@ -3,8 +3,7 @@
 #include <locale.h>
 #include <wctype.h>
 
-#include <algorithm>
-
+#include "base/characters.h"
 #include "base/date_pattern.h"
 #include "base/number_pattern.h"
 #include "platform/posix/locale_table.h"
@@ -30,22 +29,21 @@ locale_t unicodeLocale() noexcept {
   return locale;
 }
 
-constexpr bool isSurrogate(wint_t c) { return (c & ~0x7FFu) == 0xD800; }
-
-char16_t convertUnit(char16_t unit, locale_t locale, wint_t (*convert)(wint_t, locale_t)) noexcept {
-  if (locale == locale_t{} || isSurrogate(unit)) return unit;
-  const wint_t other = convert(unit, locale);
-  return other <= 0xFFFF && !isSurrogate(other) ? static_cast<char16_t>(other) : unit;
-}
-
-char16_t upperUnit(char16_t unit, locale_t locale) noexcept {
-  if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
-  return convertUnit(unit, locale, towupper_l);
-}
-
-char16_t lowerUnit(char16_t unit, locale_t locale) noexcept {
-  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
-  return convertUnit(unit, locale, towlower_l);
+// Unit by unit; what has no single unit of the other case stays.
+template <typename Ascii>
+std::u16string changeCase(std::u16string_view text, Ascii ascii,
+                          wint_t (*convert)(wint_t, locale_t)) {
+  std::u16string out(text);
+  const locale_t locale = unicodeLocale();
+  for (char16_t& unit : out) {
+    if (isAscii(unit)) {
+      unit = ascii(unit);
+    } else if (locale != locale_t{}) {  // in which surrogates have no case
+      const wint_t other = convert(unit, locale);
+      if (other <= 0xFFFF) unit = static_cast<char16_t>(other);
+    }
+  }
+  return out;
 }
 
 }  // namespace
@@ -61,29 +59,11 @@ std::u16string formatNumber(double value, int decimals) {
 }
 
 std::u16string upperCase(std::u16string_view text) {
-  std::u16string out(text);
-  const locale_t locale = unicodeLocale();
-  for (char16_t& unit : out) unit = upperUnit(unit, locale);
-  return out;
+  return changeCase(text, asciiUpper, towupper_l);
 }
 
 std::u16string lowerCase(std::u16string_view text) {
-  std::u16string out(text);
-  const locale_t locale = unicodeLocale();
-  for (char16_t& unit : out) unit = lowerUnit(unit, locale);
-  return out;
-}
-
-// The order of the lower-case code units; the system has no order without case of its own.
-int compareTextNoCase(std::u16string_view a, std::u16string_view b) noexcept {
-  const locale_t locale = unicodeLocale();
-  const std::size_t common = std::min(a.size(), b.size());
-  for (std::size_t i = 0; i < common; ++i) {
-    if (a[i] == b[i]) continue;
-    const int difference = lowerUnit(a[i], locale) - lowerUnit(b[i], locale);
-    if (difference != 0) return difference;
-  }
-  return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+  return changeCase(text, asciiLower, towlower_l);
 }
 
 }  // namespace quendal::platform

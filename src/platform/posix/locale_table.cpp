@@ -49,8 +49,11 @@ constexpr std::u16string_view kMonths[] = {u"January",   u"February", u"March", 
                                            u"May",       u"June",     u"July",     u"August",
                                            u"September", u"October",  u"November", u"December"};
 
+// "de_DE" of "de_DE.UTF-8".
+std::string_view codeOf(std::string_view name) { return name.substr(0, name.find_first_of(".@")); }
+
 bool isAmericanEnglish(std::string_view name) {
-  const std::string_view plain = name.substr(0, name.find_first_of(".@"));
+  const std::string_view plain = codeOf(name);
   return plain.empty() || plain == "C" || plain == "POSIX" || plain == "en_US";
 }
 
@@ -58,7 +61,8 @@ bool isAmericanEnglish(std::string_view name) {
 class CLocale {
  public:
   explicit CLocale(const std::string& name)
-      : locale_(isAmericanEnglish(name) ? locale_t{}
+      : name_(name),
+        locale_(isAmericanEnglish(name) ? locale_t{}
                                         : newlocale(LC_ALL_MASK, name.c_str(), locale_t{})) {}
   CLocale(const CLocale&) = delete;
   CLocale& operator=(const CLocale&) = delete;
@@ -67,6 +71,7 @@ class CLocale {
   }
 
   explicit operator bool() const noexcept { return locale_ != locale_t{}; }
+  [[nodiscard]] std::string_view name() const noexcept { return name_; }
 
   [[nodiscard]] const char* bytes(nl_item number) const { return nl_langinfo_l(number, locale_); }
 
@@ -99,6 +104,7 @@ class CLocale {
     locale_t previous_;
   };
 
+  std::string name_;
   locale_t locale_;
 };
 
@@ -125,37 +131,13 @@ std::u16string plainLanguage(std::u16string name) {
   return name;
 }
 
-}  // namespace
-
-LocaleNames localeNamesOfEnvironment() {
-  const auto category = [](const char* name) {
-    for (const char* variable : {"LC_ALL", name, "LANG"}) {
-      if (std::string value = environmentText(variable); !value.empty()) return value;
-    }
-    return std::string();
-  };
-  return {category("LC_TIME"), category("LC_NUMERIC"), category("LC_MONETARY"), category("LANG")};
-}
-
-LocaleTable::LocaleTable(const LocaleNames& names) {
-  setEnglish();
-  takeTime(names.time);
-  takeNumeric(names.numeric);
-  takeMonetary(names.monetary);
-  takeLanguage(names.language);
-}
-
-std::u16string_view LocaleTable::item(std::uint32_t number) const noexcept {
-  const auto found = items_.find(number);
-  return found != items_.end() ? std::u16string_view(found->second) : std::u16string_view();
-}
-
-void LocaleTable::set(std::uint32_t number, std::u16string text) {
+void set(LocaleTable::Items& items, std::uint32_t number, std::u16string text) {
   if (text.size() > kMaxLength) text.resize(kMaxLength);
-  items_[number] = std::move(text);
+  items[number] = std::move(text);
 }
 
-void LocaleTable::setEnglish() {
+LocaleTable::Items englishItems() {
+  LocaleTable::Items items;
   constexpr std::pair<std::uint32_t, std::u16string_view> kTexts[] = {
       {item::kDecimal, u"."},
       {item::kThousand, u","},
@@ -177,23 +159,22 @@ void LocaleTable::setEnglish() {
       {item::kEnglishCountry, u"United States"},
       {item::kTimeFormat, u"h:mm:ss tt"},
   };
-  for (const auto& [number, text] : kTexts) set(number, std::u16string(text));
+  for (const auto& [number, text] : kTexts) set(items, number, std::u16string(text));
   for (std::uint32_t i = 0; i < std::size(kDays); ++i) {
-    set(item::kDay + i, std::u16string(kDays[i]));
-    set(item::kShortDay + i, std::u16string(kDays[i].substr(0, 3)));
+    set(items, item::kDay + i, std::u16string(kDays[i]));
+    set(items, item::kShortDay + i, std::u16string(kDays[i].substr(0, 3)));
   }
   for (std::uint32_t i = 0; i < std::size(kMonths); ++i) {
-    set(item::kMonth + i, std::u16string(kMonths[i]));
-    set(item::kShortMonth + i, std::u16string(kMonths[i].substr(0, 3)));
+    set(items, item::kMonth + i, std::u16string(kMonths[i]));
+    set(items, item::kShortMonth + i, std::u16string(kMonths[i].substr(0, 3)));
   }
+  return items;
 }
 
-void LocaleTable::takeTime(const std::string& name) {
-  const CLocale locale(name);
-  if (!locale) return;
+void takeTime(LocaleTable::Items& items, const CLocale& locale) {
   const auto take = [&](std::uint32_t number, std::u16string text) {
     text.erase(0, text.find_first_not_of(u' '));  // names are padded in some locales
-    if (!text.empty()) set(number, std::move(text));
+    if (!text.empty()) set(items, number, std::move(text));
   };
   for (int i = 0; i < 7; ++i) {  // the C library's week begins with Sunday
     const auto offset = static_cast<std::uint32_t>((i + 6) % 7);
@@ -205,51 +186,73 @@ void LocaleTable::takeTime(const std::string& name) {
     take(item::kMonth + offset, locale.text(ALTMON_1 + i));
     take(item::kShortMonth + offset, locale.text(ABMON_1 + i));
   }
-  set(item::kMorning, locale.text(AM_STR));  // no texts where a day has 24 hours
-  set(item::kAfternoon, locale.text(PM_STR));
+  set(items, item::kMorning, locale.text(AM_STR));  // no texts where a day has 24 hours
+  set(items, item::kAfternoon, locale.text(PM_STR));
 
   const StrftimeFormats formats{locale.text(D_FMT), locale.text(T_FMT), locale.text(T_FMT_AMPM)};
   take(item::kShortDate, pictureOf(formats.date, PictureKind::ShortDate, formats));
   take(item::kLongDate, pictureOf(locale.text(D_T_FMT), PictureKind::LongDate, formats));
   take(item::kTimeFormat, pictureOf(formats.time, PictureKind::Time, formats));
-  take(item::kDateSeparator, pictureSeparator(item(item::kShortDate)));
-  take(item::kTimeSeparator, pictureSeparator(item(item::kTimeFormat)));
+  take(item::kDateSeparator, pictureSeparator(items[item::kShortDate]));
+  take(item::kTimeSeparator, pictureSeparator(items[item::kTimeFormat]));
 }
 
-void LocaleTable::takeNumeric(const std::string& name) {
-  const CLocale locale(name);
-  if (!locale) return;
-  set(item::kDecimal, locale.text(RADIXCHAR));
-  set(item::kThousand, locale.text(THOUSEP));
-  set(item::kGrouping, groupingText(locale.bytes(GROUPING)));
+void takeNumeric(LocaleTable::Items& items, const CLocale& locale) {
+  set(items, item::kDecimal, locale.text(RADIXCHAR));
+  set(items, item::kThousand, locale.text(THOUSEP));
+  set(items, item::kGrouping, groupingText(locale.bytes(GROUPING)));
 }
 
-void LocaleTable::takeMonetary(const std::string& name) {
-  const CLocale locale(name);
-  if (!locale) return;
-  set(item::kCurrency, locale.text(CURRENCY_SYMBOL));
+void takeMonetary(LocaleTable::Items& items, const CLocale& locale) {
+  set(items, item::kCurrency, locale.text(CURRENCY_SYMBOL));
   // The positions are numbered alike in both worlds.
   for (const auto& [number, source] : {std::pair{item::kPositivePosition, P_SIGN_POSN},
                                        std::pair{item::kNegativePosition, N_SIGN_POSN}}) {
     const char position = *locale.bytes(source);
     if (position >= 0 && position <= 4) {
-      set(number, std::u16string(1, static_cast<char16_t>(u'0' + position)));
+      set(items, number, std::u16string(1, static_cast<char16_t>(u'0' + position)));
     }
   }
 }
 
-void LocaleTable::takeLanguage(const std::string& name) {
-  const CLocale locale(name);
-  if (!locale) return;
-  const std::string_view code = std::string_view(name).substr(0, name.find_first_of(".@"));
+void takeLanguage(LocaleTable::Items& items, const CLocale& locale) {
+  const std::string_view code = codeOf(locale.name());
   const std::size_t end = std::min(code.find('_'), code.size());
   const auto orCode = [](const std::u16string& text, std::string_view part) {
     return text.empty() ? std::u16string(part.begin(), part.end()) : text;
   };
-  set(item::kEnglishLanguage,
+  set(items, item::kEnglishLanguage,
       orCode(plainLanguage(locale.text(_NL_IDENTIFICATION_LANGUAGE)), code.substr(0, end)));
-  set(item::kEnglishCountry, orCode(locale.text(_NL_IDENTIFICATION_TERRITORY),
-                                    code.substr(std::min(end + 1, code.size()))));
+  set(items, item::kEnglishCountry,
+      orCode(locale.text(_NL_IDENTIFICATION_TERRITORY),
+             code.substr(std::min(end + 1, code.size()))));
+}
+
+}  // namespace
+
+LocaleNames localeNamesOfEnvironment() {
+  const auto category = [](const char* name) {
+    for (const char* variable : {"LC_ALL", name, "LANG"}) {
+      if (std::string value = environmentText(variable); !value.empty()) return value;
+    }
+    return std::string();
+  };
+  return {category("LC_TIME"), category("LC_NUMERIC"), category("LC_MONETARY"), category("LANG")};
+}
+
+LocaleTable::LocaleTable(const LocaleNames& names) : items_(englishItems()) {
+  const auto take = [this](const std::string& name, void (*part)(Items&, const CLocale&)) {
+    if (const CLocale locale(name); locale) part(items_, locale);
+  };
+  take(names.time, takeTime);
+  take(names.numeric, takeNumeric);
+  take(names.monetary, takeMonetary);
+  take(names.language, takeLanguage);
+}
+
+std::u16string_view LocaleTable::item(std::uint32_t number) const noexcept {
+  const auto found = items_.find(number);
+  return found != items_.end() ? std::u16string_view(found->second) : std::u16string_view();
 }
 
 }  // namespace quendal::platform

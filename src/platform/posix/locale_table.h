@@ -25,20 +25,15 @@ struct LocaleNames {
 /// gives there; what the C library does not know of a locale stays as it is there.
 class LocaleTable {
  public:
+  using Items = std::map<std::uint32_t, std::u16string>;
+
   explicit LocaleTable(const LocaleNames& names);
 
   /// An item's text, at most 98 characters; empty when there is no such item.
   [[nodiscard]] std::u16string_view item(std::uint32_t number) const noexcept;
 
  private:
-  void set(std::uint32_t number, std::u16string text);
-  void setEnglish();
-  void takeTime(const std::string& name);
-  void takeNumeric(const std::string& name);
-  void takeMonetary(const std::string& name);
-  void takeLanguage(const std::string& name);
-
-  std::map<std::uint32_t, std::u16string> items_;
+  Items items_;
 };
 
 }  // namespace quendal::platform

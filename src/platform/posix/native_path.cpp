@@ -1,5 +1,6 @@
 #include "platform/posix/native_path.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -10,8 +11,10 @@
 #include "base/utf8.h"
 
 namespace quendal::platform {
+
 NativePath::NativePath(std::u16string_view path) noexcept : NativePath() {
-  if (!isPath(path) || path.size() >= text_.size() || hasLongPart(path)) {
+  static_assert(kMaxPath < PATH_MAX);
+  if (!isPath(path)) {
     error_ = FileError::BadFileName;
     return;
   }
@@ -64,6 +67,14 @@ NativePath NativePath::parent() const noexcept {
   folder.append(slash == path.npos ? std::string_view(".")
                                    : path.substr(0, std::max<std::size_t>(slash, 1)));
   return folder;
+}
+
+OpenFile openNative(const char* path, int flags, unsigned mode) noexcept {
+  int descriptor;
+  do {
+    descriptor = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode);
+  } while (descriptor < 0 && errno == EINTR);
+  return OpenFile(descriptor);
 }
 
 FileError fileError(int code) noexcept {

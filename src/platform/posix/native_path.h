@@ -39,6 +39,10 @@ class NativePath {
   FileError error_ = FileError::None;
 };
 
+/// Opens a file; none, with errno set, when that fails. Never waits for the other end of a pipe,
+/// and the file is not handed on to programs that the process starts.
+[[nodiscard]] OpenFile openNative(const char* path, int flags, unsigned mode = 0) noexcept;
+
 /// What an error number of the system means for a file whose path plays no role in it.
 [[nodiscard]] FileError fileError(int code) noexcept;
 

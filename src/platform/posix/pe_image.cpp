@@ -50,16 +50,6 @@ void scanTable(ByteSource& source, std::uint64_t offset, std::size_t count, Visi
   }
 }
 
-struct Section {
-  std::uint32_t address = 0;  // where the section is loaded, relative to the image
-  std::uint32_t size = 0;     // of the part that the file holds
-  std::uint32_t offset = 0;   // in the file
-
-  [[nodiscard]] bool holds(std::uint32_t address_) const noexcept {
-    return address_ >= address && address_ - address < size;
-  }
-};
-
 class Image {
  public:
   /// Reads the headers. Nothing when they are not those of an image with resources.
@@ -77,7 +67,6 @@ class Image {
   std::uint64_t sectionTable_ = 0;
   std::size_t sectionCount_ = 0;
   std::uint32_t resourceAddress_ = 0;
-  Section lastSection_;
 };
 
 std::optional<Image> Image::open(ByteSource& source) {
@@ -111,69 +100,48 @@ std::optional<Image> Image::open(ByteSource& source) {
 }
 
 std::optional<std::uint64_t> Image::fileOffset(std::uint32_t address) {
-  if (!lastSection_.holds(address)) {
-    bool found = false;
-    scanTable<kSectionHeaderSize>(*source_, sectionTable_, sectionCount_, [&](auto header) {
-      const Section section{load32(header, 12), load32(header, 16), load32(header, 20)};
-      found = section.holds(address);
-      if (found) lastSection_ = section;
-      return found;
-    });
-    if (!found) return {};
-  }
-  return std::uint64_t{lastSection_.offset} + (address - lastSection_.address);
-}
-
-struct ResourceEntry {
-  std::uint32_t id = 0;
-  std::uint32_t offset = 0;  // relative to the resource section
-  bool isDirectory = false;
-};
-
-// The entries of one directory that have a number; those with a name come before them.
-template <class Visit>
-void scanNumberedEntries(ByteSource& source, std::uint64_t directory, Visit visit) {
-  std::array<std::byte, kResourceDirectoryHeaderSize> header;
-  if (!source.readAll(directory, header)) return;
-  const std::size_t named = load16(header, 12);
-  const std::size_t numbered = load16(header, 14);
-  scanTable<kResourceEntrySize>(
-      source, directory + kResourceDirectoryHeaderSize + named * kResourceEntrySize, numbered,
-      [&](auto bytes) {
-        const std::uint32_t offset = load32(bytes, 4);
-        return visit(ResourceEntry{load32(bytes, 0), offset & ~kHighBit, (offset & kHighBit) != 0});
-      });
-}
-
-std::optional<std::uint64_t> findDirectory(ByteSource& source, std::uint64_t root,
-                                           std::uint64_t directory, std::uint32_t id) {
-  std::optional<std::uint64_t> found;
-  scanNumberedEntries(source, directory, [&](const ResourceEntry& entry) {
-    if (entry.id != id || !entry.isDirectory) return false;
-    found = root + entry.offset;
+  std::optional<std::uint64_t> offset;
+  scanTable<kSectionHeaderSize>(*source_, sectionTable_, sectionCount_, [&](auto header) {
+    const std::uint32_t start = load32(header, 12);  // relative to the image, when it is loaded
+    const std::uint32_t size = load32(header, 16);   // of the part that the file holds
+    if (address < start || address - start >= size) return false;
+    offset = std::uint64_t{load32(header, 20)} + (address - start);
     return true;
   });
+  return offset;
+}
+
+// Place in the file of what the best entry of a resource directory leads to: another directory or
+// data. Entries have a number, for which `rank` tells how good they are: the smallest is the best,
+// of equal ones the first, and kUnfit is none. Those with a name come before them in the file.
+constexpr int kUnfit = 3;
+
+template <class Rank>
+std::optional<std::uint64_t> findEntry(ByteSource& source, std::uint64_t root,
+                                       std::uint64_t directory, bool isDirectory, Rank rank) {
+  std::array<std::byte, kResourceDirectoryHeaderSize> header;
+  if (!source.readAll(directory, header)) return {};
+  const std::size_t named = load16(header, 12);
+  const std::size_t numbered = load16(header, 14);
+  std::optional<std::uint64_t> found;
+  int best = kUnfit;
+  scanTable<kResourceEntrySize>(
+      source, directory + kResourceDirectoryHeaderSize + named * kResourceEntrySize, numbered,
+      [&](auto entry) {
+        const std::uint32_t offset = load32(entry, 4);
+        const int its = rank(load32(entry, 0));
+        if (its >= best || ((offset & kHighBit) != 0) != isDirectory) return false;
+        best = its;
+        found = root + (offset & ~kHighBit);
+        return best == 0;
+      });
   return found;
 }
 
-// Smaller comes first.
 int languageRank(std::uint32_t language) {
   constexpr std::uint32_t kNeutral = 0;
   if (language == kNeutral) return 0;
   return language == kEnglishUnitedStates ? 1 : 2;
-}
-
-// The data entry of the language to take.
-std::optional<std::uint64_t> findLanguage(ByteSource& source, std::uint64_t root,
-                                          std::uint64_t directory) {
-  std::optional<ResourceEntry> best;
-  scanNumberedEntries(source, directory, [&](const ResourceEntry& entry) {
-    if (entry.isDirectory) return false;
-    if (!best || languageRank(entry.id) < languageRank(best->id)) best = entry;
-    return false;
-  });
-  if (!best) return {};
-  return root + best->offset;
 }
 
 }  // namespace
@@ -183,11 +151,13 @@ std::vector<std::byte> readVersionBlock(ByteSource& source) {
   if (!image) return {};
   const auto root = image->fileOffset(image->resourceAddress());
   if (!root) return {};
-  const auto type = findDirectory(source, *root, *root, kVersionType);
-  if (!type) return {};
-  const auto name = findDirectory(source, *root, *type, kVersionName);
-  if (!name) return {};
-  const auto language = findLanguage(source, *root, *name);
+  const auto directory = [&](std::uint64_t in, std::uint32_t id) {
+    return findEntry(source, *root, in, true,
+                     [id](std::uint32_t number) { return number == id ? 0 : kUnfit; });
+  };
+  const auto type = directory(*root, kVersionType);
+  const auto name = type ? directory(*type, kVersionName) : std::nullopt;
+  const auto language = name ? findEntry(source, *root, *name, false, languageRank) : std::nullopt;
   if (!language) return {};
 
   std::array<std::byte, kResourceDataSize> data;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
+#include "base/characters.h"
 #include "platform/code_page.h"
 #include "platform/posix/little_endian.h"
 
@@ -13,19 +15,6 @@ constexpr std::size_t kHeadSize = 6;  // length, value length, kind of value
 constexpr std::size_t kFixedInfoSize = sizeof(FixedFileInfo);
 
 constexpr std::size_t aligned(std::size_t offset) { return (offset + 3) & ~std::size_t{3}; }
-
-constexpr char16_t lowered(char16_t unit) {
-  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
-}
-
-// Key of a string table: language and code page in hexadecimal, four digits each.
-std::array<char16_t, 8> tableKey(Translation table) {
-  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-  const std::uint32_t number = std::uint32_t{table.language} << 16 | table.codePage;
-  std::array<char16_t, 8> key;
-  for (unsigned i = 0; i < key.size(); ++i) key[i] = kDigits[number >> (28 - 4 * i) & 0xF];
-  return key;
-}
 
 }  // namespace
 
@@ -50,7 +39,7 @@ bool VersionEntry::hasKey(std::u16string_view key) const {
   // The key is terminated inside the entry, so a shorter one ends the comparison in time.
   std::size_t offset = kHeadSize;
   for (const char16_t unit : key) {
-    if (unit == 0 || lowered(load16(bytes_, offset)) != lowered(unit)) return false;
+    if (unit == 0 || asciiLower(load16(bytes_, offset)) != asciiLower(unit)) return false;
     offset += 2;
   }
   return load16(bytes_, offset) == 0;
@@ -91,22 +80,9 @@ std::u16string VersionEntry::text() const {
 std::optional<FixedFileInfo> VersionBlock::fixedInfo() const {
   const auto root = VersionEntry::at(block_);
   if (!root || root->value().size() < kFixedInfoSize) return {};
-  const auto field = [value = root->value()](std::size_t index) {
-    return load32(value, index * 4);
-  };
-  return FixedFileInfo{.signature = field(0),
-                       .structureVersion = field(1),
-                       .fileVersionHigh = field(2),
-                       .fileVersionLow = field(3),
-                       .productVersionHigh = field(4),
-                       .productVersionLow = field(5),
-                       .flagsMask = field(6),
-                       .flags = field(7),
-                       .operatingSystem = field(8),
-                       .type = field(9),
-                       .subtype = field(10),
-                       .dateHigh = field(11),
-                       .dateLow = field(12)};
+  std::array<std::uint32_t, kFixedInfoSize / sizeof(std::uint32_t)> fields;
+  for (std::size_t i = 0; i < fields.size(); ++i) fields[i] = load32(root->value(), i * 4);
+  return std::bit_cast<FixedFileInfo>(fields);
 }
 
 std::optional<Translation> VersionBlock::firstTranslation() const {
@@ -118,10 +94,9 @@ std::optional<Translation> VersionBlock::firstTranslation() const {
 }
 
 std::u16string VersionBlock::string(Translation table, std::u16string_view key) const {
-  const auto name = tableKey(table);
   const auto root = VersionEntry::at(block_);
   const auto tables = root ? root->child(u"StringFileInfo") : std::nullopt;
-  const auto strings = tables ? tables->child({name.data(), name.size()}) : std::nullopt;
+  const auto strings = tables ? tables->child(tableKey(table)) : std::nullopt;
   const auto entry = strings ? strings->child(key) : std::nullopt;
   return entry ? entry->text() : std::u16string();
 }

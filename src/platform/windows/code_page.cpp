@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/characters.h"
 #include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"
 
@@ -10,10 +11,6 @@ namespace quendal::platform {
 namespace {
 
 constexpr std::size_t kChunk = 1u << 20;  // keeps lengths within the system's `int`
-
-constexpr bool isAscii(char16_t unit) { return unit < 0x80; }
-constexpr bool isSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
-constexpr bool isFirstSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
 
 // A character of a multi-byte code page that takes more than one byte has no byte of its own.
 char oneByte(char16_t unit) {
@@ -37,7 +34,7 @@ void convert(std::u16string_view text, char* out) {
 std::string toCodePage(std::u16string_view text) {
   std::string bytes(text.size(), '?');
   char* out = bytes.data();
-  if (std::all_of(text.begin(), text.end(), isAscii)) {
+  if (std::ranges::all_of(text, isAscii<char16_t>)) {
     std::transform(text.begin(), text.end(), out, [](char16_t c) { return static_cast<char>(c); });
     return bytes;
   }
@@ -60,7 +57,7 @@ std::string toBytes(std::u16string_view text, unsigned codePage) {
   std::string bytes;
   while (!text.empty()) {
     auto run = text.substr(0, kChunk);
-    if (run.size() < text.size() && isFirstSurrogate(run.back())) run.remove_suffix(1);
+    if (run.size() < text.size() && isHighSurrogate(run.back())) run.remove_suffix(1);
     const auto convert = [&](char* out, std::size_t room) {
       return static_cast<std::size_t>(
           WideCharToMultiByte(codePage, 0, oleText(run.data()), static_cast<int>(run.size()), out,
@@ -84,12 +81,11 @@ std::u16string fromBytes(std::string_view bytes, unsigned codePage) {
 }
 
 std::string toSystemBytes(std::u16string_view text) {
-  return std::all_of(text.begin(), text.end(), isAscii) ? toCodePage(text) : toBytes(text, CP_ACP);
+  return std::ranges::all_of(text, isAscii<char16_t>) ? toCodePage(text) : toBytes(text, CP_ACP);
 }
 
 std::u16string fromCodePage(std::string_view bytes) {
-  if (std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; }))
-    return {bytes.begin(), bytes.end()};
+  if (std::ranges::all_of(bytes, isAscii<char>)) return {bytes.begin(), bytes.end()};
   return fromBytes(bytes, CP_ACP);
 }
 

@@ -1,9 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <new>
 #include <utility>
 
 #include "base/path_text.h"
@@ -12,15 +10,13 @@
 namespace quendal::platform {
 namespace {
 
-constexpr std::size_t kPathCapacity = 4096;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr int kOpenTries = 10;
 constexpr DWORD kDiskQuotaExceeded = 1295;  // not in every header
 
 class Path {
  public:
-  explicit Path(std::u16string_view path) noexcept
-      : text_(path), usable_(isPath(path) && text_.fits() && !hasLongPart(path)) {}
+  explicit Path(std::u16string_view path) noexcept : text_(path), usable_(isPath(path)) {}
 
   /// None, or why there is no such path.
   [[nodiscard]] FileError error() const noexcept {
@@ -29,7 +25,7 @@ class Path {
   [[nodiscard]] const wchar_t* c_str() const noexcept { return text_.c_str(); }
 
  private:
-  WideText<kPathCapacity> text_;
+  WideText<kMaxPath + 1> text_;
   bool usable_;
 };
 
@@ -80,98 +76,9 @@ FileError fileError(DWORD code) noexcept {
 
 FileError lastError() noexcept { return fileError(GetLastError()); }
 
-// Holds a byte far behind every content, where it keeps no reader out. Others hold it for the
-// moment of a write; one that is frozen, or a machine that is gone, must not stop every page.
-class AppendLock {
- public:
-  explicit AppendLock(HANDLE file) noexcept : file_(file) {
-    constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
-    constexpr ULONGLONG kPatience = 5000;  // milliseconds
-    const ULONGLONG start = GetTickCount64();
-    while (!(held_ = LockFileEx(file_, kFlags, 0, 1, 0, &place_) != 0)) {
-      const DWORD code = GetLastError();
-      isTaken_ = code == ERROR_LOCK_VIOLATION || code == ERROR_IO_PENDING;
-      if (!isTaken_ || GetTickCount64() - start > kPatience) return;
-      Sleep(1);
-    }
-  }
-  ~AppendLock() {
-    if (held_) UnlockFileEx(file_, 0, 1, 0, &place_);
-  }
-  AppendLock(const AppendLock&) = delete;
-  AppendLock& operator=(const AppendLock&) = delete;
-
-  [[nodiscard]] bool isHeld() const noexcept { return held_; }
-  /// Somebody else has it still; otherwise, unless it is held, the file system has no locks.
-  [[nodiscard]] bool isTaken() const noexcept { return !held_ && isTaken_; }
-
- private:
-  static OVERLAPPED farBehind() noexcept {
-    OVERLAPPED place{};
-    place.OffsetHigh = std::numeric_limits<LONG>::max();
-    return place;
-  }
-
-  OVERLAPPED place_ = farBehind();
-  HANDLE file_;
-  bool held_ = false;
-  bool isTaken_ = false;
-};
-
 // Half an entry, perhaps half a character, would spoil all that follows in the file.
 void cutOff(HANDLE file, LARGE_INTEGER end) noexcept {
   if (SetFilePointerEx(file, end, nullptr, FILE_BEGIN)) SetEndOfFile(file);
-}
-
-FileError appendOnce(HANDLE file, std::span<const std::byte> bytes, std::size_t headSize) noexcept {
-  const AppendLock lock(file);
-  if (lock.isTaken()) return FileError::PermissionDenied;
-  LARGE_INTEGER end;
-  if (!GetFileSizeEx(file, &end)) return lastError();
-  if (end.QuadPart > 0) bytes = bytes.subspan(headSize);
-  if (bytes.size() > std::numeric_limits<DWORD>::max()) return FileError::DiskFull;
-  // Without the lock the end is left to the system, which finds it and writes in one step.
-  OVERLAPPED place{};
-  place.Offset = lock.isHeld() ? end.LowPart : std::numeric_limits<DWORD>::max();
-  place.OffsetHigh =
-      lock.isHeld() ? static_cast<DWORD>(end.HighPart) : std::numeric_limits<DWORD>::max();
-  DWORD written = 0;
-  FileError error = FileError::DiskFull;  // of a write that ends early
-  if (!WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place))
-    error = lastError();  // perhaps of a later piece of it
-  else if (written == bytes.size())
-    return FileError::None;
-  if (lock.isHeld()) cutOff(file, end);
-  return error;
-}
-
-// Scanners of the system hold a new file for a moment; an entry need not be lost for that.
-FileHandle openForAppending(const Path& path, DWORD disposition) noexcept {
-  for (int tries = kOpenTries;; --tries) {
-    FileHandle file(CreateFileW(path.c_str(), FILE_WRITE_DATA, kShareAll, nullptr, disposition,
-                                FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (file || tries == 1 || GetLastError() != ERROR_SHARING_VIOLATION) return file;
-    Sleep(1);
-  }
-}
-
-struct OpenFile {
-  FileError error = FileError::None;
-  FileHandle file{nullptr};
-  LONGLONG size = 0;  // as the file tells it
-};
-
-OpenFile openForReading(std::u16string_view path) noexcept {
-  const Path target(path);
-  if (const FileError error = pathError(path, target); error != FileError::None) return {error};
-  FileHandle file(CreateFileW(target.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                              FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-  if (!file) return {lastError()};
-  // A device may never end.
-  if (GetFileType(file.get()) != FILE_TYPE_DISK) return {FileError::PermissionDenied};
-  LARGE_INTEGER told;
-  if (!GetFileSizeEx(file.get(), &told)) return {lastError()};
-  return {FileError::None, std::move(file), told.QuadPart};
 }
 
 bool isFolderAttribute(DWORD attributes) noexcept {
@@ -182,7 +89,100 @@ std::int64_t join(DWORD high, DWORD low) noexcept {
   return static_cast<std::int64_t>(std::uint64_t{high} << 32 | low);
 }
 
+HANDLE handleOf(const OpenFile& file) noexcept { return reinterpret_cast<HANDLE>(file.native()); }
+
+OpenFile openNative(const Path& path, DWORD access, DWORD disposition, DWORD flags) noexcept {
+  return OpenFile(reinterpret_cast<std::intptr_t>(
+      CreateFileW(path.c_str(), access, kShareAll, nullptr, disposition, flags, nullptr)));
+}
+
+// Where the lock is: far behind every content, so that it keeps no reader out.
+OVERLAPPED lockPlace() noexcept {
+  OVERLAPPED place{};
+  place.OffsetHigh = std::numeric_limits<LONG>::max();
+  return place;
+}
+
 }  // namespace
+
+FileError OpenFile::close() noexcept {
+  const std::intptr_t native = std::exchange(native_, kNone);
+  if (native != kNone) CloseHandle(reinterpret_cast<HANDLE>(native));
+  return FileError::None;
+}
+
+// Scanners of the system hold a new file for a moment; an entry need not be lost for that.
+FileError openToAppend(std::u16string_view path, bool isNew, OpenFile& file) noexcept {
+  const Path target(path);
+  if (const FileError error = pathError(path, target); error != FileError::None) return error;
+  for (int tries = kOpenTries;; --tries) {
+    file = openNative(target, FILE_WRITE_DATA, isNew ? CREATE_NEW : OPEN_EXISTING,
+                      FILE_ATTRIBUTE_NORMAL);
+    if (file) return FileError::None;
+    if (tries == 1 || GetLastError() != ERROR_SHARING_VIOLATION) return lastError();
+    waitBriefly();
+  }
+}
+
+FileError openToRead(std::u16string_view path, OpenFile& file, std::int64_t& size) noexcept {
+  const Path target(path);
+  if (const FileError error = pathError(path, target); error != FileError::None) return error;
+  file = openNative(target, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN);
+  if (!file) return lastError();
+  if (GetFileType(handleOf(file)) != FILE_TYPE_DISK) return FileError::PermissionDenied;
+  LARGE_INTEGER told;
+  if (!GetFileSizeEx(handleOf(file), &told)) return lastError();
+  size = told.QuadPart;
+  return FileError::None;
+}
+
+FileError readSome(const OpenFile& file, std::span<std::byte> into, std::size_t& count) noexcept {
+  constexpr std::size_t kMaxRead = 1 << 30;
+  DWORD read = 0;
+  const auto wanted = static_cast<DWORD>(std::min(kMaxRead, into.size()));
+  const bool done = ReadFile(handleOf(file), into.data(), wanted, &read, nullptr) != 0;
+  count = read;
+  return done ? FileError::None : lastError();
+}
+
+LockState tryLock(const OpenFile& file) noexcept {
+  constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+  OVERLAPPED place = lockPlace();
+  if (LockFileEx(handleOf(file), kFlags, 0, 1, 0, &place)) return LockState::Held;
+  const DWORD code = GetLastError();
+  const bool isTaken = code == ERROR_LOCK_VIOLATION || code == ERROR_IO_PENDING;
+  return isTaken ? LockState::Taken : LockState::None;
+}
+
+void unlock(const OpenFile& file) noexcept {
+  OVERLAPPED place = lockPlace();
+  UnlockFileEx(handleOf(file), 0, 1, 0, &place);
+}
+
+FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::size_t headSize,
+                     LockState lock) noexcept {
+  const HANDLE handle = handleOf(file);
+  LARGE_INTEGER end;
+  if (!GetFileSizeEx(handle, &end)) return lastError();
+  if (end.QuadPart > 0) bytes = bytes.subspan(headSize);
+  if (bytes.size() > std::numeric_limits<DWORD>::max()) return FileError::DiskFull;
+  // Without the lock the end is left to the system, which finds it and writes in one step.
+  const bool isHeld = lock == LockState::Held;
+  constexpr DWORD kAtEnd = std::numeric_limits<DWORD>::max();
+  OVERLAPPED place{};
+  place.Offset = isHeld ? end.LowPart : kAtEnd;
+  place.OffsetHigh = isHeld ? static_cast<DWORD>(end.HighPart) : kAtEnd;
+  DWORD written = 0;
+  FileError error = FileError::DiskFull;  // of a write that ends early
+  if (!WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place))
+    error = lastError();  // perhaps of a later piece of it
+  else if (written == bytes.size())
+    return FileError::None;
+  if (isHeld) cutOff(handle, end);
+  return error;
+}
+
+void waitBriefly() noexcept { Sleep(1); }
 
 PathStatus lookAt(std::u16string_view path) noexcept {
   const Path target(path);
@@ -193,11 +193,6 @@ PathStatus lookAt(std::u16string_view path) noexcept {
   }
   const bool folder = isFolderAttribute(data.dwFileAttributes);
   return {true, folder, folder ? 0 : join(data.nFileSizeHigh, data.nFileSizeLow)};
-}
-
-bool fileExists(std::u16string_view path) noexcept {
-  const PathStatus status = lookAt(withoutTrailingBlanks(path));
-  return status.exists && !status.isFolder;
 }
 
 std::u16string absolutePath(std::u16string_view path) {
@@ -226,28 +221,6 @@ FileError createFolder(std::u16string_view path) noexcept {
   return isThere ? FileError::None : error;
 }
 
-AppendFile::AppendFile(std::u16string_view path, Open how) noexcept {
-  const Path target(path);
-  error_ = pathError(path, target);
-  if (error_ != FileError::None) return;
-  FileHandle file = openForAppending(target, how == Open::New ? CREATE_NEW : OPEN_EXISTING);
-  if (file) {
-    native_ = reinterpret_cast<std::intptr_t>(file.release());
-  } else {
-    error_ = lastError();
-  }
-}
-
-AppendFile::AppendFile(AppendFile&& other) noexcept
-    : native_(std::exchange(other.native_, -1)), error_(other.error_) {}
-
-AppendFile::~AppendFile() { const FileHandle file(reinterpret_cast<HANDLE>(native_)); }
-
-FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
-  const FileHandle file(reinterpret_cast<HANDLE>(std::exchange(native_, -1)));
-  return appendOnce(file.get(), bytes, headSize);
-}
-
 FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept {
   const Path source(from);
   const Path target(to);
@@ -257,39 +230,8 @@ FileError renameFile(std::u16string_view from, std::u16string_view to) noexcept 
     if (MoveFileExW(source.c_str(), target.c_str(), 0)) return FileError::None;
     const DWORD code = GetLastError();
     if (tries == 1 || code != ERROR_SHARING_VIOLATION) return fileError(code);
-    Sleep(1);  // as in openForAppending
+    waitBriefly();  // as in openToAppend
   }
-}
-
-FileError checkReadable(std::u16string_view path) noexcept { return openForReading(path).error; }
-
-FileError readFile(std::u16string_view path, std::vector<std::byte>& bytes) {
-  bytes.clear();
-  const OpenFile source = openForReading(path);
-  if (source.error != FileError::None) return source.error;
-  const FileHandle& file = source.file;
-
-  std::vector<std::byte> content;
-  if (static_cast<std::uint64_t>(source.size) >= content.max_size()) throw std::bad_alloc();
-  // One byte more than is told, so that the end shows without another round; a file that grows
-  // meanwhile is read to its end all the same.
-  content.resize(static_cast<std::size_t>(source.size) + 1);
-  for (std::size_t size = 0;;) {
-    constexpr std::size_t kMaxRead = 1 << 30;
-    DWORD count = 0;
-    if (!ReadFile(file.get(), content.data() + size,
-                  static_cast<DWORD>(std::min(kMaxRead, content.size() - size)), &count, nullptr)) {
-      return lastError();
-    }
-    size += count;
-    if (count == 0) {
-      content.resize(size);
-      break;
-    }
-    if (size == content.size()) content.resize(std::max<std::size_t>(4096, size + size / 2));
-  }
-  bytes = std::move(content);
-  return FileError::None;
 }
 
 std::vector<std::u16string> listFiles(std::u16string_view folder, FileError* error) {

@@ -1,8 +1,8 @@
 #include "platform/locale.h"
 
 #include <array>
-#include <limits>
 
+#include "base/characters.h"
 #include "base/date_pattern.h"
 #include "base/number_pattern.h"
 #include "platform/code_page.h"
@@ -10,8 +10,6 @@
 
 namespace quendal::platform {
 namespace {
-
-constexpr bool isAscii(char16_t unit) { return unit < 0x80; }
 
 // The wide form, for texts that go into dates: those keep letters the code page lacks.
 std::size_t readItem(std::uint32_t item, std::span<char16_t> out) {
@@ -22,15 +20,15 @@ std::size_t readItem(std::uint32_t item, std::span<char16_t> out) {
 
 // Turns ASCII letters in place and the rest of the text, from the first other character on,
 // through the system.
-template <typename System>
-std::u16string changeCase(std::u16string_view text, char16_t first, char16_t last, System system) {
+template <typename Ascii, typename System>
+std::u16string changeCase(std::u16string_view text, Ascii ascii, System system) {
   std::u16string out(text);
   for (std::size_t i = 0; i < out.size(); ++i) {
     if (!isAscii(out[i])) {
       system(wideBuffer(out.data() + i), static_cast<DWORD>(out.size() - i));
       break;
     }
-    if (out[i] >= first && out[i] <= last) out[i] = static_cast<char16_t>(out[i] ^ 0x20);
+    out[i] = ascii(out[i]);
   }
   return out;
 }
@@ -53,22 +51,11 @@ std::u16string formatNumber(double value, int decimals) {
 }
 
 std::u16string upperCase(std::u16string_view text) {
-  return changeCase(text, u'a', u'z', CharUpperBuffW);
+  return changeCase(text, asciiUpper, CharUpperBuffW);
 }
 
 std::u16string lowerCase(std::u16string_view text) {
-  return changeCase(text, u'A', u'Z', CharLowerBuffW);
-}
-
-int compareTextNoCase(std::u16string_view a, std::u16string_view b) noexcept {
-  constexpr std::size_t kMaxLength = std::numeric_limits<int>::max();
-  if (a.size() <= kMaxLength && b.size() <= kMaxLength) {
-    const int order =
-        CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, oleText(a.data()),
-                       static_cast<int>(a.size()), oleText(b.data()), static_cast<int>(b.size()));
-    if (order != 0) return order - CSTR_EQUAL;
-  }
-  return a.compare(b);
+  return changeCase(text, asciiLower, CharLowerBuffW);
 }
 
 }  // namespace quendal::platform

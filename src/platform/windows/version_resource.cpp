@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstring>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "base/path_text.h"
@@ -46,10 +46,8 @@ class SystemVersionResource final : public VersionResource {
   }
 
   std::u16string string(Translation table, std::u16string_view key) const override {
-    std::array<char, 32> prefix;
-    std::snprintf(prefix.data(), prefix.size(), "\\StringFileInfo\\%04X%04X\\",
-                  unsigned{table.language}, unsigned{table.codePage});
-    const auto bytes = query(prefix.data() + toSystemBytes(key));
+    const auto bytes = query(toSystemBytes(
+        std::u16string(u"\\StringFileInfo\\").append(tableKey(table)).append(u"\\").append(key)));
     if (bytes.empty()) return {};
     // The stated length counts the NUL in some files and not in others: the NUL alone tells.
     return upToNul({bytes.data(), block_.data() + block_.size()});
