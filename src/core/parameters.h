@@ -2,6 +2,7 @@
 // function table, its conversion from a call by name, and its type in the interface.
 #pragma once
 
+#include <array>
 #include <concepts>
 #include <span>
 #include <string>
