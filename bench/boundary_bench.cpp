@@ -1,6 +1,8 @@
 // The cost of a call: by name against the same through the function table.
 #include <quendal/object.h>
 
+#include <cstdint>
+
 #include "bench/row.h"
 #include "core/dispatch.h"
 #include "functions/functions.h"

@@ -1,6 +1,8 @@
 // A million short pieces through the builder's function table, as a compiled host calls it, against
 // appending them to a std::u16string. Times are in milliseconds.
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "bench/row.h"

@@ -2,6 +2,7 @@
 // themselves at half the size.
 #include <openssl/evp.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,6 @@
 // Calls every member of every class, in sequences, from pages that do whatever the input says when
 // the library calls back: whatever a page does, each call returns, with the memory whole.
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 

@@ -1,6 +1,7 @@
 // Decodes arbitrary text: a value, or one of the errors that decoding may raise.
 #include <quendal/error.h>
 
+#include <cstdint>
 #include <cstdlib>
 
 #include "functions/json/decoder.h"

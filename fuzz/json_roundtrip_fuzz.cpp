@@ -2,6 +2,7 @@
 #include <quendal/object.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <vector>

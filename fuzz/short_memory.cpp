@@ -4,6 +4,7 @@
 #include <sanitizer/common_interface_defs.h>
 #include <sanitizer/lsan_interface.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <random>

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <exception>
 #include <stdexcept>
 #include <string>
 #include <vector>

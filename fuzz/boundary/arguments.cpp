@@ -1,3 +1,5 @@
+#include <cstdint>
+
 #include "boundary/arguments.h"
 
 #include "base/text.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <vector>
 
 #include "boundary/page.h"
 #include "core/class_description.h"

@@ -1,7 +1,9 @@
 #include "boundary/member_call.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <new>
 #include <string>
 
 #include "base/text.h"

@@ -1,6 +1,7 @@
 // Calls of the library's members, as the input says.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 
 #include "boundary/page.h"

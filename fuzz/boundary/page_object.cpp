@@ -1,5 +1,6 @@
 #include "boundary/page_object.h"
 
+#include <cstdint>
 #include <iterator>
 #include <string_view>
 

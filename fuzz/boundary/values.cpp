@@ -1,8 +1,10 @@
 #include "boundary/values.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <string>
 #include <string_view>
 

@@ -1,6 +1,8 @@
 // Values of every kind, as the input says.
 #pragma once
 
+#include <cstdint>
+
 #include "boundary/page.h"
 
 namespace quendal::fuzz {

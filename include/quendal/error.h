@@ -3,6 +3,7 @@
 
 #include <quendal/automation.h>
 
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <string_view>

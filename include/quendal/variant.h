@@ -4,6 +4,7 @@
 #include <quendal/error.h>
 #include <quendal/text.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 

@@ -1,5 +1,7 @@
 #include "component/interface_text.h"
 
+#include <cstdint>
+
 #include "base/text.h"
 #include "component/catalogue.h"
 #include "core/enumerations.h"

@@ -1,5 +1,7 @@
 #include "core/dictionary.h"
 
+#include <cstdint>
+
 #include "automation/dispatch.h"
 
 namespace quendal {

@@ -3,6 +3,7 @@
 
 #include <quendal/object.h>
 
+#include <cstdint>
 #include <optional>
 
 #include "automation/dictionary_abi.h"

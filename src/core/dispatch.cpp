@@ -1,6 +1,7 @@
 #include "core/dispatch.h"
 
 #include <array>
+#include <cstdint>
 
 #include "automation/dispatch.h"
 #include "core/apartment.h"

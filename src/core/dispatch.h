@@ -5,6 +5,7 @@
 #include <quendal/object.h>
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <span>
 

@@ -1,6 +1,7 @@
 #include <quendal/host_object.h>
 
 #include <algorithm>
+#include <exception>
 #include <map>
 #include <new>
 #include <utility>

@@ -5,6 +5,8 @@
 //                              {in(u"IN_iLogLevel"), optional(u"IN_szLog", EmptyText{}), ...})
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <tuple>
 #include <utility>
 

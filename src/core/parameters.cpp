@@ -1,5 +1,7 @@
 #include "core/parameters.h"
 
+#include <cstdint>
+
 namespace quendal {
 
 Variant CallFrame::plainArgument(std::size_t i, VARTYPE type) const {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <concepts>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <type_traits>

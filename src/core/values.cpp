@@ -2,6 +2,7 @@
 #include <quendal/variant.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <iterator>
 #include <utility>

@@ -1,4 +1,6 @@
 // Entries that record failures: marked lines, script errors and parser errors.
+#include <cstdint>
+
 #include "core/apartment.h"
 #include "logging/logging.h"
 

@@ -1,5 +1,6 @@
 // Boxes, groups, aligned parameters and dumps.
 #include <algorithm>
+#include <cstdint>
 
 #include "base/text.h"
 #include "core/apartment.h"

@@ -4,6 +4,7 @@
 // reaches the page.
 #include "system/reports.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "base/text.h"

@@ -1,5 +1,6 @@
 // A dictionary as rows of a log, nested ones indented.
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "core/compare.h"

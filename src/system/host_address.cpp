@@ -1,5 +1,7 @@
 #include "system/host_address.h"
 
+#include <cstdint>
+
 #include "base/text.h"
 #include "platform/messages.h"
 #include "platform/sockets.h"

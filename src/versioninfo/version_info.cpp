@@ -1,5 +1,7 @@
 #include "versioninfo/version_info.h"
 
+#include <cstdint>
+
 #include "core/apartment.h"
 #include "platform/files.h"
 #include "platform/messages.h"

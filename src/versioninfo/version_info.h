@@ -3,6 +3,8 @@
 
 #include <quendal/object.h>
 
+#include <cstdint>
+
 #include "core/class_description.h"
 #include "core/enumerations.h"
 #include "core/variant_ref.h"

@@ -1,5 +1,7 @@
 #include "versioninfo/version_record.h"
 
+#include <cstdint>
+
 #include "base/text.h"
 #include "platform/version_resource.h"
 #include "versioninfo/version_text.h"

@@ -1,6 +1,7 @@
 // VariantChangeTypeEx. A source is read as an exact decimal number or as a double, and the target
 // written from that.
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <type_traits>

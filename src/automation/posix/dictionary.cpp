@@ -2,6 +2,7 @@
 
 #include <quendal/text.h>
 
+#include <cstdint>
 #include <utility>
 
 #include "automation/posix/array_enumerator.h"

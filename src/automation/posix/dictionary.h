@@ -1,6 +1,8 @@
 // The keyed container of pages, for a system that has none: `Scripting.Dictionary`.
 #pragma once
 
+#include <cstdint>
+
 #include "automation/dictionary_abi.h"
 #include "automation/posix/dictionary_table.h"
 #include "automation/posix/ref_counted.h"

@@ -1,4 +1,5 @@
 // The dictionary's members by name and number, as a script calls them.
+#include <cstdint>
 #include <string_view>
 
 #include "automation/dispatch.h"

@@ -1,5 +1,7 @@
 #include <quendal/text.h>
 
+#include <cstdint>
+
 #include "automation/posix/number_text.h"
 
 namespace quendal::automation {

@@ -1,5 +1,6 @@
 #include "platform/clock.h"
 
+#include <cstdint>
 #include <ctime>
 
 #include "base/date.h"

@@ -3,6 +3,8 @@
 #include <locale.h>
 #include <wctype.h>
 
+#include <cstdint>
+
 #include "base/characters.h"
 #include "base/date_pattern.h"
 #include "base/number_pattern.h"

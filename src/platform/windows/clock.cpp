@@ -2,6 +2,8 @@
 
 #include <quendal/automation.h>
 
+#include <cstdint>
+
 #include "base/date.h"
 
 namespace quendal::platform {

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <utility>
 

@@ -1,6 +1,7 @@
 #include "platform/locale.h"
 
 #include <array>
+#include <cstdint>
 
 #include "base/characters.h"
 #include "base/date_pattern.h"

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "platform/windows/event_source.h"
 #include "platform/windows/wide.h"

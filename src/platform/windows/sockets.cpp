@@ -3,6 +3,7 @@
 #include <winsock2.h>
 
 #include <array>
+#include <cstdint>
 
 namespace quendal::platform {
 namespace {
