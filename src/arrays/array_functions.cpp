@@ -97,11 +97,8 @@ void copyDown(const ArrayView& view, std::int64_t lower) {
 }
 
 // Raises 5002 for elements that are arrays or records.
-void requireSimple(const ArrayView& view) {
-  const auto isSimple = [](VARTYPE type) { return type <= VT_UINT; };
-  bool areAll = isSimple(view.elementType());
-  for (std::size_t i = 0; i < view.size(); ++i) areAll = areAll && isSimple(view.at(i).vt);
-  if (!areAll)
+void requireSimple(VARTYPE elementType) {
+  if (elementType > VT_UINT)
     throw AutomationError(kArrayError,
                           u"ReverseArrayInPlace can reverse only arrays of simple data types.");
 }
@@ -209,8 +206,9 @@ void ArrayFunctions::reverse(VariantRef& array) {
   requireArray(array, u"Reverse");
   if (elementCountOf(array.value()) == 0) return;
   array.array();
+  requireSimple(elementTypeOf(array.value()));
   const ArrayView view(array.value());
-  requireSimple(view);
+  for (std::size_t i = 0; i < view.size(); ++i) requireSimple(view.at(i).vt);
   const std::size_t size = view.elementSize();
   std::byte* first = view.bytes().data();
   std::byte* last = first + view.bytes().size();

@@ -44,7 +44,10 @@ std::optional<Moment> momentOf(double date) noexcept {
 }
 
 std::optional<int> dayOf(int year, int month, int day) noexcept {
-  if (year < kFirstYear || year > kLastYear || month < 1 || day < 1) return std::nullopt;
+  constexpr int kMostMonths = 12, kMostDays = 31;  // the calendar's own types keep a byte of each
+  if (year < kFirstYear || year > kLastYear || month < 1 || month > kMostMonths || day < 1 ||
+      day > kMostDays)
+    return std::nullopt;
   const chrono::year_month_day civil{chrono::year{year},
                                      chrono::month{static_cast<unsigned>(month)},
                                      chrono::day{static_cast<unsigned>(day)}};

@@ -37,12 +37,14 @@ void moveMarkersForward(std::u16string& line, std::size_t indentation) {
   for (std::size_t at = 0; (at = line.find(kErrorMarker, at)) != std::u16string::npos;) {
     std::size_t blanks = 0;
     while (blanks < indentation && at - blanks > done && line[at - blanks - 1] == u' ') ++blanks;
-    at += kErrorMarker.size();
-    if (blanks < indentation) continue;
-    const auto end = line.begin() + static_cast<std::ptrdiff_t>(at);
-    const auto marker = end - static_cast<std::ptrdiff_t>(kErrorMarker.size());
+    if (blanks < indentation) {
+      ++at;  // the next one may begin within this one
+      continue;
+    }
+    const auto marker = line.begin() + static_cast<std::ptrdiff_t>(at);
+    const auto end = marker + static_cast<std::ptrdiff_t>(kErrorMarker.size());
     std::rotate(marker - static_cast<std::ptrdiff_t>(indentation), marker, end);
-    done = at;
+    done = at += kErrorMarker.size();
   }
 }
 
@@ -110,8 +112,10 @@ std::u16string Logging::dump(Ref<std::int16_t> level, DefaultedRef& multiline, T
     clearError();
     return {};
   }
-  // A client of the function table gives the default by a null pointer.
-  std::u16string result = write(level, title.isGiven() ? title.view() : kDumpTitle);
+  // A client of the function table gives the default by a null pointer. The page may change its
+  // variable while the entry is written.
+  const std::u16string ownTitle(title.isGiven() ? title.view() : kDumpTitle);
+  std::u16string result = write(level, ownTitle);
   result += startGroup(level);
   result += write(level, replaceAll(body, kLineEnd, std::u16string(kLineEnd) + prefix + u'\t'));
   result += endGroup(level);
