@@ -47,7 +47,10 @@ RegistryTree drivers() {
     if (!line.starts_with('[') || end == std::string_view::npos) continue;
     const std::string_view section = trimmed(line.substr(1, end - 1));
     if (section.empty() || section == "ODBC" || section == "ODBC Drivers") continue;
-    key.values.push_back(storedText(fromUtf8(section), u"Installed"));
+    const std::u16string name = fromUtf8(section);
+    const auto isSame = [&name](const StoredValue& one) { return equalNoCase(one.name, name); };
+    if (std::ranges::none_of(key.values, isSame))
+      key.values.push_back(storedText(name, u"Installed"));
   }
   return {std::move(key)};
 }
