@@ -11,15 +11,11 @@ function text(array) {
 
 dictionary.Add("pear", 3);
 dictionary.Add("Apple", 2);
-dictionary.Add("fig", 10);
-WScript.Echo(F.Dictionaries.Sort(dictionary, false, true).Count + " " + text(dictionary.Items()));
-var keys = dictionary.Keys();
-WScript.Echo(text(A.Slice(keys, false, -2, 3)) + " " + text(A.Splice(keys, 0, 1, "plum")));
+var keys = F.Dictionaries.Sort(dictionary, true).Keys();
 A.Push(keys, "plum");
-WScript.Echo(A.Sort(keys) + " " + A.Pop(keys) + ", by value: " + text(keys));
+WScript.Echo(A.Sort(keys, -1, -1, true) + " " + A.Pop(keys) + ", by value: " + text(keys));
 try {
   A.Push([1, 2], 3);
 } catch (error) {
   WScript.Echo((error.number & 0xFFFF) + ", " + error.description);
 }
-WScript.Echo(F.Max(3, 7, 5) + " " + F.Max(null, 5) + " " + F.Min());
