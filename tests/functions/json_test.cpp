@@ -8,6 +8,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/utf8.h"
@@ -18,6 +19,7 @@
 #include "tests/support/named_object.h"
 #include "tests/support/script_object.h"
 #include "tests/support/small_stack.h"
+#include "tests/support/text_rows.h"
 
 namespace quendal::test::json {
 namespace {
@@ -55,8 +57,6 @@ std::string decoded(const Variant& text) {
   return outcomeOf([&] { return encode(decode(text)); });
 }
 
-using Texts = std::vector<std::u16string_view>;
-
 TEST(JsonDecode, ReadsEveryKindOfValue) {
   const std::pair<std::u16string_view, const char*> rows[] = {
       {uR"({"a": [1, 2.5, "x"], "b": null})", R"({"a":[1,2.5,"x"],"b":null})"},
@@ -71,27 +71,18 @@ TEST(JsonDecode, ReadsEveryKindOfValue) {
       {uR"("\"\\\/\b\f\n\r\t")", R"("\"\\/\b\f\n\r\t")"},
       {u"\"\u00E9\u6771\U0001F600\\ud83D\\uDe00\x7F\"", "\"\u00E9\u6771\U0001F600\U0001F600\x7F\""},
       {u"[0,-0,-12,1.25,1E3,1e+3,25e-1,0e9,12345678901234567890,-0.5e2]",
-       "[0,0,-12,1.25,1000,1000,2.5,0,1.23456789012346E+19,-50]"},
+       "[0,0,-12,1.25,1000,1000,2.5,0,1.23456789012346E+19,-50]"}};
+  for (const auto& [text, expected] : rows) EXPECT_EQ(decoded(text), expected);
+  forEachPair(
       // Nothing is looked at after the first value.
-      {u"true garbage", "true"},
-      {u"nullx", "null"},
-      {u"{\"a\":1}}", "{\"a\":1}"},
-      {u"012", "0"},
-      {u"1.", "1"},
-      {u"1.5e+", "1.5"},
+      u"true garbage=true|nullx=null|{\"a\":1}}={\"a\":1}|012=0|1.=1|1.5e+=1.5"
       // In place of any other value stands the next number in the text, wherever it begins, and as
       // many characters are passed over as it has.
-      {u"x12", "12"},
-      {u"[xx,12]", "[12,12]"},
-      {u"[x,y,z,7]", "[7,7,7,7]"},
-      {u"[ xxxxxxx , -12.5e1 ]", "[-125,-125]"},
-      {u"--1", "-1"},
-      {u"-x5", "5"},
-      {u"[tru,123]", "[123,123]"},
-      {u"{\"a\":x,\"b\":5}", "{\"a\":5,\"b\":5}"},
-      {u"[1,]]2", "[1,2]"},  // one "]" is passed over for the 2 behind it
-      {u"[1,],2]", "[1,2,2]"}};
-  for (const auto& [text, expected] : rows) EXPECT_EQ(decoded(text), expected);
+      u"|x12=12|[xx,12]=[12,12]|[x,y,z,7]=[7,7,7,7]|[ xxxxxxx , -12.5e1 ]=[-125,-125]|--1=-1|-x5=5"
+      u"|[tru,123]=[123,123]|{\"a\":x,\"b\":5}={\"a\":5,\"b\":5}|[1,]]2=[1,2]|[1,],2]=[1,2,2]",
+      [](std::u16string_view text, const std::string& expected) {
+        EXPECT_EQ(decoded(text), expected);
+      });
 
   const Variant text = decode(u"\"\\uD800 \\u0000\\uFFFF\"");  // lone, NUL and the last one
   EXPECT_TRUE(viewOf(text.bstrVal) == std::u16string_view(u"\xD800 \0\xFFFF", 4));
@@ -104,7 +95,7 @@ TEST(JsonDecode, ReadsEveryKindOfValue) {
 
 TEST(JsonDecode, RefusesWithOneOfAFewDescriptions) {
   const std::u16string_view withNul(u"\"a\0b\"", 5);
-  const std::pair<std::string, Texts> rows[] = {
+  const std::pair<std::string, std::vector<std::u16string_view>> rows[] = {
       {kNoValue, {u"", u" \n", u"True", u"[fals]", u"[-]", u"\uFEFF{}", u"[", u"[\"x\",]"}},
       {kNoValue, {u"{\"a\":", u"{\"a\":1,\"a\":"}},  // only a whole member is added
       // A control, a blank and a digit, but not those of JSON.
@@ -136,21 +127,13 @@ TEST(JsonDecode, NumbersAreTheNearestDoubles) {
     EXPECT_EQ(std::signbit(value.dblVal), std::signbit(expected)) << text;
   };
   const std::string nines(400, '9'), zeros(500, '0');
-  const std::vector<std::string> near = {"-0",
-                                         "18446744073709551616",
-                                         "9007199254740993.00000000000000000001",
-                                         "8.41e21",
-                                         "1.7976931348623157e308",
-                                         "2.2250738585072011e-308",
-                                         "4.9e-324",
-                                         "-1e-400",
-                                         "0e9999999999999999999",
-                                         "1e-9999999999999999999",
-                                         "0." + zeros + "1e500",
-                                         "1" + zeros + "e-501",
-                                         nines + "e-400",
-                                         "0." + zeros + "1"};
-  std::ranges::for_each(near, expectNearest);
+  forEachText(
+      u"-0|18446744073709551616|9007199254740993.00000000000000000001|8.41e21|4.9e-324|-1e-400"
+      u"|1.7976931348623157e308|2.2250738585072011e-308|0e9999999999999999999"
+      u"|1e-9999999999999999999",
+      [&](std::u16string_view text) { expectNearest(toUtf8(text)); });
+  for (const std::string& text : {"0." + zeros + "1e500", "1" + zeros + "e-501", nines + "e-400"})
+    expectNearest(text);
   for (const std::string& text : std::vector<std::string>{
            "1e400", "-1e9999999999999999999", "0." + zeros + "1e810", nines, "1" + zeros + "E-100"})
     EXPECT_EQ(decoded(fromUtf8(text)), kOverflow) << text;
@@ -182,18 +165,13 @@ TEST(JsonDecode, NestsAsDeepOnASmallStackAsFitsAndNoDeeper) {
   onSmallStack([] {
     const std::size_t deep = platform::nestingThatFits() * 9 / 10;
     EXPECT_GE(deep, 200u);
-    const struct {
-      std::u16string_view open, close;
-      std::size_t levels;
-    } rows[] = {{u"[", u"]", 1}, {u"{\"a\":", u"}", 1}, {u"{\"a\":[[[", u"]]]}", 4}};
-    for (const auto& row : rows) {
-      const auto nested = [&](std::size_t count) {
-        return repeated(row.open, count) + u"1" + repeated(row.close, count);
-      };
-      const std::u16string text = nested(deep / row.levels);
-      EXPECT_EQ(decoded(text), toUtf8(text));
-      for (const std::size_t beyond : {4'000, 1'000'000})
-        EXPECT_EQ(decoded(nested(beyond)), kNoStack);
+    const std::tuple<std::u16string_view, std::u16string_view, std::size_t> rows[] = {
+        {u"[", u"]", 1}, {u"{\"a\":[[[", u"]]]}", 4}};
+    for (const auto& [open, close, levels] : rows) {
+      for (const std::size_t count : {deep / levels, std::size_t{4'000}, std::size_t{1'000'000}}) {
+        const std::u16string text = repeated(open, count) + u"1" + repeated(close, count);
+        EXPECT_EQ(decoded(text), count < 4'000 ? toUtf8(text) : kNoStack);
+      }
     }
   });
 }

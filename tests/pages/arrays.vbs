@@ -1,21 +1,15 @@
-' What only a script host shows of the functions: its own arrays, dynamic, fixed, in variables and in
-' one another, the loops over them, and what its stack lets nest.
+' What only a script host shows of the functions: its own arrays, dynamic, fixed and in one another,
+' the loops over them, and what its stack lets nest.
 Option Explicit
-Dim F, A, J, dynamic(), fixed(2), square(1, 1), sized, element, dictionary, text
+Dim F, A, J, dynamic(), fixed(2), sized, element, dictionary, text
 Set F = CreateObject("QUENDAL_REPORTS_ASP.FUNCTIONS")
 Set A = F.ARRAYS
 Set J = F.JSON
 Set dictionary = CreateObject("Scripting.Dictionary")
 
-WScript.Echo A.GetUBound(dynamic) & " " & TypeName(A.GetUBound(dynamic)) & ", " & A.GetUBound(fixed) & " " & TypeName(A.GetUBound(fixed))
-A.Push dynamic, 1
 A.Push dynamic, Array(3, "three")
 A.Push dynamic, F.Concat
-WScript.Echo UBound(dynamic) & " " & TypeName(A.Pop(dynamic)) & " " & J.Encode(dynamic)
-WScript.Echo A.Shift(dynamic) & ", then none: " & A.GetUBound(A.Shift(dynamic)) & " " & A.GetUBound(dynamic)
-A.Push dynamic, "again"
-WScript.Echo J.Encode(dynamic)
-
+WScript.Echo TypeName(A.Pop(dynamic)) & " " & J.Encode(dynamic) & ", then none: " & A.GetUBound(A.Shift(dynamic)) & " " & TypeName(A.GetUBound(dynamic))
 sized = Array(Array(1, 2), 3)
 A.Push sized(0), 9
 A.Push sized, sized
@@ -25,12 +19,6 @@ For Each element In sized
   A.Push sized, 3
 Next
 WScript.Echo "locked by a loop: " & J.Encode(sized)
-square(1, 0) = CCur(2.5)
-square(0, 1) = Array()
-WScript.Echo J.Encode(square)
-For Each element In J.Decode("{""b"": 1, ""a"": [2, ""x""]}").Items
-  WScript.Echo TypeName(element)
-Next
 
 fixed(0) = "a"
 A.Push fixed, "d"
