@@ -40,27 +40,26 @@ TEST(StackMembers, ChangeTheVariableHoweverItIsPassed) {
   const struct {
     Member member;
     const char16_t* elements;
-    LONG lower;
     const char* effect;
-  } rows[] = {{push, nullptr, 0, "~, [x]"},
-              {push, u"", 0, "~, [x]"},
-              {push, u"ab", 0, "~, [a b x]"},
-              {push, u"abc", 1, "~, 1[a b c]"},
-              {pop, nullptr, 0, "~, none"},
-              {pop, u"ab", 0, "b, [a]"},
-              {pop, u"a", 0, "a, [a]"},
-              {pop, u"abc", 1, "c, 1[a b c]"},
-              {shift, nullptr, 0, "~, none"},
-              {shift, u"abc", 0, "a, [b c]"},
-              {shift, u"a", 0, "none, none"},
-              {shift, u"abc", 1, "#9, 1[a b c]"},
-              {shift, u"abc", -1, "#9, -1[a c c]"},
-              {unshift, nullptr, 0, "~, none"},
-              {unshift, u"abcd", 0, "~, [x c c d]"},
-              {unshift, u"abc", 1, "~, 1[b b c]"},
-              {unshift, u"abc", -1, "~, -1[a x c]"}};
-  for (const auto& row : rows)
-    expect(row.member, of(row.elements, VT_VARIANT, row.lower), row.effect);
+  } rows[] = {{push, nullptr, "~, [x]"},
+              {push, u"", "~, [x]"},
+              {push, u"ab", "~, [a b x]"},
+              {pop, nullptr, "~, none"},
+              {pop, u"ab", "b, [a]"},
+              {pop, u"a", "a, [a]"},
+              {shift, nullptr, "~, none"},
+              {shift, u"abc", "a, [b c]"},
+              {shift, u"a", "none, none"},
+              {unshift, nullptr, "~, none"},
+              {unshift, u"abcde", "~, [x d d d e]"}};
+  for (const auto& row : rows) expect(row.member, of(row.elements), row.effect);
+  const auto from = [](LONG lower) { return of(u"abc", VT_VARIANT, lower); };
+  expect(push, from(1), "~, 1[a b c]");
+  expect(pop, from(1), "c, 1[a b c]");
+  expect(shift, from(1), "#9, 1[a b c]");
+  expect(unshift, from(1), "~, 1[b b c]");
+  expect(shift, from(-1), "#9, -1[a c c]");
+  expect(unshift, from(-1), "~, -1[a x c]");
   expect(push, of(nullptr, VT_I4), "~, [0]");
   expect(push, of(u"12", VT_I4), "~, [1 2 0]");
   expect(shift, of(u"12", VT_BSTR), "1, [2]");

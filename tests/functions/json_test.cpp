@@ -16,6 +16,7 @@
 #include "core/dispatch.h"
 #include "functions/json/json.h"
 #include "platform/stack.h"
+#include "tests/core/raw_call.h"
 #include "tests/support/named_object.h"
 #include "tests/support/script_object.h"
 #include "tests/support/small_stack.h"
@@ -176,15 +177,6 @@ TEST(JsonDecode, NestsAsDeepOnASmallStackAsFitsAndNoDeeper) {
   });
 }
 
-Variant decimal(std::uint64_t negated, BYTE scale) {
-  Variant value;
-  value.decVal.Lo64 = negated;
-  value.decVal.scale = scale;
-  value.decVal.sign = 0x80;
-  value.vt = VT_DECIMAL;
-  return value;
-}
-
 /// Two elements in each of two dimensions, in memory order.
 Variant square() {
   SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 5}};
@@ -203,11 +195,9 @@ Variant dictionaryOf(std::initializer_list<std::pair<Variant, Variant>> entries)
 }
 
 TEST(JsonEncode, WritesEachKindOfValue) {
-  const Variant number(std::int32_t{7});
-  Variant reference, error = Variant::missing();
-  reference.vt = kVariantReference;
-  reference.pvarVal = const_cast<Variant*>(&number);
+  Variant number(7), error = Variant::missing();
   error.scode = errorCode(2042);
+  const Variant reference = Variant::attach(referenceTo(number));
   const std::pair<Variant, std::string> rows[] = {
       {Variant::null(), "null"},
       {Variant(), "\"\""},
@@ -218,7 +208,7 @@ TEST(JsonEncode, WritesEachKindOfValue) {
       {Variant(std::numeric_limits<std::int32_t>::min()), "-2147483648"},
       {converted(Variant(0.1), VT_R4), "0.1"},
       {converted(Variant(12.5), VT_CY), "\"12.5\""},
-      {decimal(725, 2), "\"-7.25\""},
+      {converted(Variant(-7.25), VT_DECIMAL), "\"-7.25\""},
       {converted(Variant(200), VT_UI1), "\"200\""},
       {Variant::date(0.5), "\"" + toUtf8(textOf(Variant::date(0.5))) + "\""},
       {Variant::missing(), "\"Error 448\""},
@@ -248,12 +238,10 @@ TEST(JsonEncode, WritesEachKindOfValue) {
 
 // Whatever the way to it: the text is that of the platform's own conversion, with "." for ",".
 TEST(JsonEncode, NumbersHaveTheirOrdinaryText) {
-  std::vector<double> values = {-0.0, 1.0 / 3,  0.1 + 0.2,           999999999999999.0, 1.5e20,
-                                1e-5, 4.9e-324, 0.99999999999999994, 123456789012345.6};
-  for (double value = 1; value < 1e18; value *= 7) {
-    values.push_back(-value + 1);
-    values.push_back(value / 1024);
-  }
+  std::vector<double> values = {-0.0,   1.0 / 3, 0.1 + 0.2, 999999999999999.0,
+                                1.5e20, 1e-5,    4.9e-324,  0.99999999999999994};
+  for (double value = 1; value < 1e18; value *= 7)
+    values.insert(values.end(), {-value + 1, value / 1024});
   for (const double value : values) {
     std::string expected = toUtf8(textOf(Variant(value)));
     std::ranges::replace(expected, ',', '.');
@@ -272,11 +260,6 @@ TEST(JsonEncode, RefusesOtherObjectsByName) {
   const Variant inner =
       dictionaryOf({{u"a", arrayOf({Variant(1.5)})}, {Variant(std::int16_t{2}), dictionaryOf({})}});
   EXPECT_EQ(encoded(named(u"Dictionary", Object::from(inner))), "{\"a\":[1.5],\"2\":{}}");
-  const Object odd = ScriptObject()
-                         .member(u"Keys", [](auto) { return arrayOf({Variant::null()}); })
-                         .member(u"Item", [](auto) { return Variant(); })
-                         .object();
-  EXPECT_EQ(encoded(named(u"Dictionary", odd)), "94 QUENDAL_REPORTS_ASP: Invalid use of Null");
 }
 
 /// A cursor over rows of two fields, which notes how it is called.
