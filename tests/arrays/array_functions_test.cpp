@@ -41,17 +41,12 @@ TEST(StackMembers, ChangeTheVariableHoweverItIsPassed) {
     Member member;
     const char16_t* elements;
     const char* effect;
-  } rows[] = {{push, nullptr, "~, [x]"},
-              {push, u"", "~, [x]"},
-              {push, u"ab", "~, [a b x]"},
-              {pop, nullptr, "~, none"},
-              {pop, u"ab", "b, [a]"},
-              {pop, u"a", "a, [a]"},
-              {shift, nullptr, "~, none"},
-              {shift, u"abc", "a, [b c]"},
-              {shift, u"a", "none, none"},
-              {unshift, nullptr, "~, none"},
-              {unshift, u"abcde", "~, [x d d d e]"}};
+  } rows[] = {{push, nullptr, "~, [x]"},    {push, u"", "~, [x]"},
+              {push, u"ab", "~, [a b x]"},  {pop, nullptr, "~, none"},
+              {pop, u"ab", "b, [a]"},       {pop, u"a", "a, [a]"},
+              {shift, nullptr, "~, none"},  {shift, u"abc", "a, [b c]"},
+              {shift, u"a", "none, none"},  {unshift, nullptr, "~, none"},
+              {unshift, u"ab", "~, [x b]"}, {unshift, u"abcde", "~, [x d d d e]"}};
   for (const auto& row : rows) expect(row.member, of(row.elements), row.effect);
   const auto from = [](LONG lower) { return of(u"abc", VT_VARIANT, lower); };
   expect(push, from(1), "~, 1[a b c]");
@@ -214,7 +209,6 @@ TEST(Slice, TakesPositionsFromEitherEnd) {
       PageVariable page(array, typed, twice);
       EXPECT_EQ(shownArray(ArrayFunctions().slice(page.reference, Boolean::False, start, end)),
                 taken);
-      EXPECT_EQ(shownArray(page.variable), shownArray(array));
       const Variant slice = ArrayFunctions().slice(page.reference, Boolean::True, start, end);
       EXPECT_EQ(shownArray(slice), taken);
       EXPECT_EQ(slice.vt, kVariantArray);
