@@ -37,17 +37,14 @@ TEST(StackMembers, ChangeTheVariableHoweverItIsPassed) {
       EXPECT_EQ(effectOf(member, page), effect);
     }
   };
-  const struct {
-    Member member;
-    const char16_t* elements;
-    const char* effect;
-  } rows[] = {{push, nullptr, "~, [x]"},    {push, u"", "~, [x]"},
-              {push, u"ab", "~, [a b x]"},  {pop, nullptr, "~, none"},
-              {pop, u"ab", "b, [a]"},       {pop, u"a", "a, [a]"},
-              {shift, nullptr, "~, none"},  {shift, u"abc", "a, [b c]"},
-              {shift, u"a", "none, none"},  {unshift, nullptr, "~, none"},
-              {unshift, u"ab", "~, [x b]"}, {unshift, u"abcde", "~, [x d d d e]"}};
-  for (const auto& row : rows) expect(row.member, of(row.elements), row.effect);
+  const std::tuple<Member, const char16_t*, const char*> rows[] = {
+      {push, nullptr, "~, [x]"},    {push, u"", "~, [x]"},
+      {push, u"ab", "~, [a b x]"},  {pop, nullptr, "~, none"},
+      {pop, u"ab", "b, [a]"},       {pop, u"a", "a, [a]"},
+      {shift, nullptr, "~, none"},  {shift, u"abc", "a, [b c]"},
+      {shift, u"a", "none, none"},  {unshift, nullptr, "~, none"},
+      {unshift, u"ab", "~, [x b]"}, {unshift, u"abcde", "~, [x d d d e]"}};
+  for (const auto& [member, elements, effect] : rows) expect(member, of(elements), effect);
   const auto from = [](LONG lower) { return of(u"abc", VT_VARIANT, lower); };
   expect(push, from(1), "~, 1[a b c]");
   expect(pop, from(1), "c, 1[a b c]");

@@ -193,21 +193,18 @@ TEST(TextFunctions, FileSizes) {
 
 TEST(AppendToUtf8File, AppendsAndKeepsWhatIsThere) {
   const platform::TempFolder folder;
-  const struct {
-    std::string before;
-    Variant text;
-    std::string after;
-  } rows[] = {{"", u"x\u00E9", "x\xC3\xA9"},
-              {"\xEF\xBB\xBF.", u"\U0001F600", "\xEF\xBB\xBF.\xF0\x9F\x98\x80"},
-              {"a", std::u16string{0xD800, u'.'}, "a\xEF\xBF\xBD."},
-              {"a", 12, "a12"},
-              {"a", Variant(), "a"}};
+  const std::tuple<std::string, Variant, std::string> rows[] = {
+      {"", u"x\u00E9", "x\xC3\xA9"},
+      {"\xEF\xBB\xBF.", u"\U0001F600", "\xEF\xBB\xBF.\xF0\x9F\x98\x80"},
+      {"a", std::u16string{0xD800, u'.'}, "a\xEF\xBF\xBD."},
+      {"a", 12, "a12"},
+      {"a", Variant(), "a"}};
   std::u16string path = folder / u"file";
-  for (const auto& row : rows) {
+  for (const auto& [before, text, after] : rows) {
     path += u'x';  // another one
-    ASSERT_EQ(platform::createFile(path, platform::bytesOf(row.before)), platform::FileError::None);
-    EXPECT_EQ(called(u"AppendToUTF8File", path, row.text), "True");
-    EXPECT_EQ(platform::contentOf(path), row.after);
+    ASSERT_EQ(platform::createFile(path, platform::bytesOf(before)), platform::FileError::None);
+    EXPECT_EQ(called(u"AppendToUTF8File", path, text), "True");
+    EXPECT_EQ(platform::contentOf(path), after);
   }
 }
 
