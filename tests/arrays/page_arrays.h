@@ -54,34 +54,23 @@ inline std::string shownArray(const VARIANT& value) {
 
 /// A page's variable that holds an array, and the argument that a call of it gets: a reference to
 /// the variable or, `typed`, to the place of the array itself; or a reference to such a one.
-class PageVariable {
- public:
+struct PageVariable {
   explicit PageVariable(Variant value, bool typed = false, bool twice = false)
-      : variable_(std::move(value)),
-        inner_(typed ? typedReference(variable_.vt, &variable_.parray) : referenceTo(variable_)),
-        argument_(twice ? referenceTo(inner_) : inner_),
-        reference_(argument_) {}
+      : variable(std::move(value)),
+        inner(typed ? typedReference(variable.vt, &variable.parray) : referenceTo(variable)),
+        outer(twice ? referenceTo(inner) : inner),
+        reference(outer) {}
+  [[nodiscard]] const VARIANT& argument() const noexcept { return outer; }
 
-  [[nodiscard]] VARIANT& argument() noexcept { return argument_; }
-  [[nodiscard]] VariantRef& reference() noexcept { return reference_; }
-  [[nodiscard]] const Variant& value() const noexcept { return variable_; }
-  [[nodiscard]] SAFEARRAY* array() const noexcept { return variable_.parray; }
-
- private:
-  Variant variable_;
-  VARIANT inner_;
-  VARIANT argument_;
-  VariantRef reference_;
+  Variant variable;
+  VARIANT inner, outer;
+  VariantRef reference;
 };
 
-/// Runs a test in each way in which a host passes a variable.
-template <class Test>
-void inEveryPassing(const Variant& value, Test&& test) {
-  for (const int way : {0, 1, 2, 3}) {
-    PageVariable variable(value, way % 2 == 1, way >= 2);
-    test(variable);
-  }
-}
+/// Each way in which a host passes a variable.
+inline constexpr struct {
+  bool typed, twice;
+} kWays[] = {{false, false}, {true, false}, {false, true}, {true, true}};
 
 /// The number that a step raises, 0 for none.
 template <class Step>

@@ -1,14 +1,14 @@
-// Sort, and the order of values under it.
+// Sort of arrays and of dictionaries, and the order of values under it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
+#include <tuple>
 
 #include "arrays/array_functions.h"
+#include "arrays/dictionary_functions.h"
 #include "arrays/sort_in_place.h"
-#include "platform/locale.h"
+#include "core/dictionary.h"
 #include "tests/arrays/page_arrays.h"
 #include "tests/support/script_object.h"
 
@@ -19,7 +19,7 @@ constexpr SortOrder kBinary{CompareMode::Binary, false};
 constexpr SortOrder kText{CompareMode::Text, false};
 constexpr SortOrder kTextDown{CompareMode::Text, true};
 
-Variant number(std::int32_t value) { return Variant(value); }
+Variant number(double value) { return Variant(value); }
 
 Variant typed64(VARTYPE type, std::int64_t value) {
   Variant result;
@@ -28,129 +28,162 @@ Variant typed64(VARTYPE type, std::int64_t value) {
   return result;
 }
 
-std::string sorted(Variant array, const SortOrder& order, std::int32_t lower = kOwnBound,
-                   std::int32_t upper = kOwnBound) {
-  qSortInPlace(array, lower, upper, order);
-  return shownArray(array);
-}
-
 TEST(Sort, PutsNumbersByValueBeforeTexts) {
   const Object seven = ScriptObject().defaultMember([](auto) { return number(7); }).object();
-  const struct {
-    Variant array;
-    SortOrder order;
-    const char* expected;
-  } rows[] = {
-      {pageArray({number(10), number(9), Variant(9.5), Variant(std::int16_t{-1})}), kText,
-       "[-1 9 9.5 10]"},
-      {pageArray({number(0), Variant(Boolean::True), typed64(VT_CY, -5000), Variant()}), kText,
-       "[True -0.5 0 ~]"},
+  const std::tuple<std::vector<Variant>, SortOrder, const char*> rows[] = {
+      {{Variant(10), number(9.5), Variant(std::int16_t{-1})}, kText, "[-1 9.5 10]"},
+      {{number(0), Boolean::True, typed64(VT_CY, -5000), Variant()}, kText, "[True -0.5 0 ~]"},
       // What doubles cannot tell apart.
-      {pageArray({typed64(VT_I8, (1LL << 53) + 1), typed64(VT_I8, 1LL << 53),
-                  typed64(VT_I8, (1LL << 53) + 2)}),
-       kText, "[9007199254740992 9007199254740993 9007199254740994]"},
-      {pageArray(
-           {typed64(VT_I8, INT64_MAX), typed64(VT_I8, INT64_MAX - 1), typed64(VT_I8, INT64_MIN)}),
-       kText, "[-9223372036854775808 9223372036854775806 9223372036854775807]"},
-      {of(u"bBaAc"), kText, "[a A b B c]"},
-      {of(u"bBaAc"), kTextDown, "[c b B a A]"},
-      {pageArray({Variant(u"a"), Variant(u""), Variant(), Variant(u"")}), kTextDown, "[a  ~ ]"},
-      {pageArray({Variant(), number(0), Variant(), Variant(2.5), number(-1)}), kText,
-       "[-1 ~ 0 ~ 2.5]"},
-      {pageArray({Variant(u"abcde"), Variant(u"abcd"), Variant(), Variant(u"abc"), Variant(u"")}),
-       kBinary, "[~  abc abcd abcde]"},
+      {{typed64(VT_I8, INT64_MAX), typed64(VT_I8, (1LL << 53) + 1), typed64(VT_I8, 1LL << 53),
+        typed64(VT_I8, INT64_MAX - 1)},
+       kText,
+       "[9007199254740992 9007199254740993 9223372036854775806 9223372036854775807]"},
+      {{u"a", u"", Variant(), u""}, kTextDown, "[a  ~ ]"},
+      {{u"abcd", Variant(), u"abc", u""}, kBinary, "[~  abc abcd]"},
       // One order, whatever the order before.
-      {pageArray({Variant(u"9"), number(10), Variant(), Variant(u"5x"), number(-1)}), kBinary,
-       "[-1 ~ 10 5x 9]"},
-      {pageArray({number(10), Variant(u"5x"), Variant(u"9"), number(-1), Variant()}), kTextDown,
-       "[9 5x 10 ~ -1]"},
-      {pageArray({Variant(seven), number(8), number(6)}), kText, "[6 ? 8]"},
-      {of(u"3142", VT_UI1), kText, "[1 2 3 4]"},
-      {of(u"dacb", VT_BSTR, 4), kText, "4[a b c d]"},
-      {pageArray({Variant::null()}), kText, "[Null]"}};  // nothing to compare it with
-  for (const auto& row : rows) EXPECT_EQ(sorted(row.array, row.order), row.expected);
-
+      {{u"9", number(10), Variant(), u"5x", number(-1)}, kBinary, "[-1 ~ 10 5x 9]"},
+      {{number(10), u"5x", u"9", number(-1), Variant()}, kTextDown, "[9 5x 10 ~ -1]"},
+      {{Variant(seven), number(8), number(6)}, kText, "[6 ? 8]"},
+      {{Variant::null()}, kText, "[Null]"}};  // nothing to compare it with
+  for (const auto& [values, order, expected] : rows) {
+    const Variant array = pageArray(values);
+    qSortInPlace(array, kOwnBound, kOwnBound, order);
+    EXPECT_EQ(shownArray(array), expected);
+  }
   // What is no number comes before all numbers.
   const Variant array =
-      pageArray({number(-9), Variant(std::numeric_limits<double>::quiet_NaN()), number(-10)});
+      pageArray({number(-9), number(std::numeric_limits<double>::quiet_NaN()), number(-10)});
   qSortInPlace(array, kOwnBound, kOwnBound, kText);
-  const ArrayView view(array);
-  EXPECT_TRUE(std::isnan(view.at(0).dblVal));
-  EXPECT_EQ(view.at(1).lVal, -10);
+  EXPECT_TRUE(std::isnan(ArrayView(array).at(0).dblVal));
+  EXPECT_EQ(ArrayView(array).at(1).dblVal, -10);
 }
 
 TEST(Sort, TakesAPartAndTellsWhatIsWrongWithABound) {
-  EXPECT_EQ(sorted(of(u"edcba"), kText, 1, 3), "[e b c d a]");
-  EXPECT_EQ(sorted(of(u"edcba"), kText, -1, 2), "[c d e b a]");
-  EXPECT_EQ(sorted(of(u"edcba", VT_VARIANT, 10), kText, 13, -1), "10[e d c a b]");
-
-  const struct {
-    Variant value;
-    std::int32_t lower, upper;
-    SortOrder order;
-    const char16_t* message;
-  } rows[] = {
-      {Variant::array(nullptr), -1, -1, kText, u"The InputArray is an unallocated array."},
-      {twoDimensions(), -1, -1, kText,
-       u"The InputArray is multi-dimensional. "
-       u"QSortInPlace works only on single-dimensional arrays."},
-      {of(u"cba"), -2, -1, kText, u"The LB parameter is outside the bounds of the InputArray."},
-      {of(u"cba"), 0, 3, kText, u"The UB parameter is outside the bounds of the InputArray."},
-      {of(u"cba"), 2, 1, kText, u"The LB parameter is greater than the UB parameter."},
-      // Its upper bound has no 32 bits.
-      {of(u"", VT_VARIANT, INT32_MIN), 0, 2, kText,
-       u"The LB parameter is outside the bounds of the InputArray."},
-      {of(u"cba"), -1, -1, SortOrder{CompareMode{2}, false},
-       u"The CompareMode parameter is neither binary (0) nor text (1)."},
-      {pageArray({Variant(u"b"), Variant::null(), Variant(u"a")}), -1, -1, kText,
-       u"Invalid use of Null"},
-      {pageArray({Variant(u"b"), of(u"a")}), -1, -1, kText, u"Type mismatch"},
-      {pageArray({Variant(u"b"), Variant(Object())}), -1, -1, kText,
-       u"Object variable or With block variable not set"},
-      {pageArray({Variant(u"b"), Variant(ScriptObject().object()), Variant(u"a")}), -1, -1, kText,
-       u"Object doesn't support this property or method"}};
-  ArrayFunctions arrays;
-  for (const auto& row : rows) {
-    PageVariable variable(row.value);
+  const std::string outside = " parameter is outside the bounds of the InputArray.";
+  const std::tuple<Variant, int, int, int, std::string> rows[] = {
+      {of(u"edcba"), 1, 3, 1, "[e b c d a]"},
+      {of(u"53412", VT_UI1), -1, 2, 1, "[3 4 5 1 2]"},
+      {of(u"edcba", VT_BSTR, 10), 13, -1, 1, "10[e d c a b]"},
+      {of(nullptr), -1, -1, 1, "The InputArray is an unallocated array."},
+      {twoDimensions(), -1, -1, 1,
+       "The InputArray is multi-dimensional. "
+       "QSortInPlace works only on single-dimensional arrays."},
+      {of(u"cba"), -2, -1, 1, "The LB" + outside},
+      {of(u"cba"), 0, 3, 1, "The UB" + outside},
+      {of(u"cba"), 2, 1, 1, "The LB parameter is greater than the UB parameter."},
+      {of(u"", VT_VARIANT, INT32_MIN), 0, 2, 1, "The LB" + outside},  // no 32 bits for its own
+      {of(u"cba"), -1, -1, 2, "The CompareMode parameter is neither binary (0) nor text (1)."},
+      {pageArray({u"b", Variant::null(), u"a"}), -1, -1, 1, "Invalid use of Null"}};
+  for (const auto& [array, lower, upper, mode, expected] : rows) {
+    PageVariable page(array);
+    std::string outcome, left = shownArray(array);
     try {
-      qSortInPlace(variable.value(), row.lower, row.upper, row.order);
-      ADD_FAILURE() << toUtf8(row.message);
+      qSortInPlace(page.variable, lower, upper, {CompareMode{mode}, false});
+      outcome = left = shownArray(page.variable);
     } catch (const AutomationError& error) {
-      EXPECT_EQ(error.description(), row.message);
+      outcome = toUtf8(error.description());
     }
-    EXPECT_EQ(arrays.sort(variable.reference(), row.lower, row.upper, Boolean::False,
-                          static_cast<std::int32_t>(row.order.mode), Boolean::True),
-              Boolean::False);
-    EXPECT_EQ(shownArray(variable.value()), shownArray(row.value));
+    EXPECT_EQ(outcome, expected);
+    EXPECT_EQ(
+        ArrayFunctions().sort(page.reference, lower, upper, Boolean::False, mode, Boolean::True),
+        booleanOf(outcome == left));
+    EXPECT_EQ(shownArray(page.variable), left);
   }
 }
 
-TEST(Sort, AgreesWithAPlainStableSortHoweverTheArrayIsPassed) {
-  std::mt19937 random(7);
-  for (int round = 0; round < 80; ++round) {
-    const bool isText = random() % 2 == 0, isBinary = random() % 2 == 0, isDown = random() % 2 == 0;
-    const VARTYPE type = isText ? VT_BSTR : random() % 2 == 0 ? VT_R8 : VT_I4;
-    const std::size_t size = random() % (round % 4 == 0 ? 2000 : 100);
-    std::vector<Variant> values;
-    for (std::size_t i = 0; i < size; ++i) {
-      std::u16string text(random() % 9, u'k');
-      for (char16_t& unit : text) unit = u"aAbB-1\u00C9\u00E9\u042F"[random() % 9];
-      const double number = static_cast<std::int32_t>(random()) / (type == VT_R8 ? 7.0 : 1.0);
-      values.push_back(isText ? Variant(text) : converted(Variant(number), type));
+TEST(Sort, ChangesTheVariableHoweverItIsPassed) {
+  const std::tuple<VARTYPE, bool, int, const char*> rows[] = {
+      {VT_VARIANT, false, 0, "[- 1 A B a b \u00C9 \u00E9 \u042F]"},
+      {VT_VARIANT, false, 1, "[- 1 a A b B \u00E9 \u00C9 \u042F]"},
+      {VT_BSTR, true, 1, "[\u042F \u00E9 \u00C9 b B a A 1 -]"}};
+  for (const auto& [type, isDown, mode, expected] : rows) {
+    for (const auto& [typed, twice] : kWays) {
+      PageVariable page(of(u"ab\u00E9-BA1\u042F\u00C9", type), typed, twice);
+      EXPECT_EQ(
+          ArrayFunctions().sort(page.reference, -1, -1, booleanOf(isDown), mode, Boolean::True),
+          Boolean::True);
+      EXPECT_EQ(shownArray(page.variable), expected);
     }
-    PageVariable variable(pageArray(values), random() % 2 == 0, random() % 2 == 0);
-    std::ranges::stable_sort(values, [&](const Variant& a, const Variant& b) {
-      if (!isText) return isDown ? doubleOf(a) > doubleOf(b) : doubleOf(a) < doubleOf(b);
-      const std::u16string_view x = viewOf(a.bstrVal), y = viewOf(b.bstrVal);
-      const int order =
-          isBinary ? x.compare(y) : platform::lowerCase(x).compare(platform::lowerCase(y));
-      return isDown ? order > 0 : order < 0;
-    });
-    EXPECT_EQ(ArrayFunctions().sort(variable.reference(), -1, -1, booleanOf(isDown),
-                                    isBinary ? 0 : 1, Boolean::True),
-              Boolean::True);
-    EXPECT_EQ(shownArray(variable.value()), shownArray(pageArray(values)));
   }
+}
+
+using Entries = std::vector<std::pair<Variant, Variant>>;
+
+Dictionary dictionaryOf(const Entries& entries) {
+  Dictionary dictionary = Dictionary::create(Dictionary::Compare::Binary);
+  for (const auto& [key, item] : entries) dictionary.add(key, item);
+  return dictionary;
+}
+
+Variant sorted(const Object& dictionary, bool byKey = false, bool isDown = false,
+               std::int32_t mode = 1) {
+  return DictionaryFunctions().sort(dictionary, booleanOf(byKey), booleanOf(isDown), mode);
+}
+
+std::string contents(const Dictionary& dictionary) {
+  return shownArray(dictionary.keys()) + " " + shownArray(dictionary.items());
+}
+
+TEST(DictionarySort, OrdersByKeyOrItem) {
+  const Entries numbers = {{number(10), u"b"}, {number(9.5), u"B"}, {number(-1), u"a"}};
+  const Entries texts = {
+      {u"b", number(3)}, {u"B", number(2.5)}, {u"a", number(10)}, {u"A", number(2.5)}};
+  const std::tuple<const Entries&, bool, bool, int, const char*> rows[] = {
+      {numbers, true, false, 1, "[-1 9.5 10] [a B b]"},
+      {numbers, false, false, 0, "[9.5 -1 10] [B a b]"},
+      {numbers, false, true, 1, "[10 9.5 -1] [b B a]"},
+      {texts, true, false, 0, "[A B a b] [2.5 2.5 10 3]"},
+      {texts, false, true, 1, "[a b B A] [10 3 2.5 2.5]"}};
+  for (const auto& [entries, byKey, isDown, mode, expected] : rows) {
+    const Object dictionary = dictionaryOf(entries).object();
+    EXPECT_EQ(sorted(dictionary, byKey, isDown, mode).pdispVal, dictionary.dispatch());
+    EXPECT_EQ(contents(*Dictionary::from(dictionary)), expected);
+  }
+}
+
+TEST(DictionarySort, KeepsTypesObjectsAndArrays) {
+  const Object plain = ScriptObject().object();
+  const Dictionary dictionary = dictionaryOf({{Variant(std::int16_t{4}), Variant(plain)},
+                                              {number(3), of(u"xy")},
+                                              {Variant(2), Variant(Object())},
+                                              {Variant::date(1.0), Variant::null()}});
+  sorted(dictionary.object(), true);
+  EXPECT_EQ(shownArray(dictionary.items()), "[Null Nothing [x y] ?]");
+  EXPECT_EQ(dictionary.item(number(4)).pdispVal, plain.dispatch());
+  const Variant keys = dictionary.keys();
+  const VARTYPE types[] = {VT_DATE, VT_I4, VT_R8, VT_I2};
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(ArrayView(keys).at(i).vt, types[i]);
+}
+
+TEST(DictionarySort, RefusesWhatItCannotSortAndChangesNothing) {
+  const Object empty = dictionaryOf({}).object();
+  EXPECT_EQ(raisedBy([&] { sorted(Object()); }), 91);
+  EXPECT_EQ(raisedBy([&] { sorted(ScriptObject().object()); }), 13);
+  EXPECT_EQ(raisedBy([&] { sorted(empty); }), 0);
+  EXPECT_EQ(raisedBy([&] { sorted(empty, false, false, 2); }), 5);
+  const std::pair<Variant, int> rows[] = {{Variant::null(), 94},
+                                          {of(u"a"), 13},
+                                          {Variant(Object()), 91},
+                                          {Variant(ScriptObject().object()), 438}};
+  for (const auto& [item, error] : rows) {
+    const Dictionary dictionary = dictionaryOf({{u"b", u"z"}, {u"a", item}});
+    EXPECT_EQ(raisedBy([&] { sorted(dictionary.object()); }), error);
+    EXPECT_EQ(contents(dictionary), "[b a] [z " + shownArray(item) + "]");
+  }
+}
+
+TEST(DictionarySort, BearsWithItemsThatChangeTheDictionaryWhenAsked) {
+  const Dictionary dictionary = Dictionary::create();
+  const auto change = [&](auto) {
+    dictionary.remove(u"b");
+    dictionary.add(u"new", u"n");
+    return Variant(u"c");
+  };
+  dictionary.add(u"c", Variant(ScriptObject().defaultMember(change).object()));
+  dictionary.add(u"b", u"b");
+  dictionary.add(u"a", u"a");
+  sorted(dictionary.object());
+  EXPECT_EQ(contents(dictionary), "[new a c] [n a ?]");
 }
 
 }  // namespace
