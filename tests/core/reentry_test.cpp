@@ -26,13 +26,6 @@ Variant runs(std::function<void()> step) {
 
 class Reentry : public LoggerTest {
  protected:
-  /// A member's place in the function table.
-  template <class Class, class Function>
-  static Function* slotOf(std::u16string_view member) {
-    const auto members = describe<Class>().members();
-    return reinterpret_cast<Function*>(std::ranges::find(members, member, &MemberRow::name)->slot);
-  }
-
   Owned<Functions> functions = Owned<Functions>::make();
   Variant level{kLow};
 };
