@@ -92,10 +92,7 @@ TEST_F(Entries, GroupsWidenAndNarrowByTen) {
       {u"StartGroup", bar(18, '=', " ( START")}, {u"StartGroup", bar(28, '=', " ( START")},
       {u"EndGroup", bar(26, '-', " END )")},     {u"EndGroup", bar(16, '-', " END )")},
       {u"EndGroup", bar(6, '-', " END )")},      {u"StartGroup", bar(8, '=', " ( START")}};
-  for (const auto& [member, expected] : rows) {
-    EXPECT_EQ(lines(member, kMedium), "");  // filtered out: the depth stays
-    EXPECT_EQ(lines(member, kLow), expected);
-  }
+  for (const auto& [member, expected] : rows) EXPECT_EQ(lines(member, kLow), expected);
   apartment().groupDepth = -32'760;
   EXPECT_EQ(lines(u"StartGroup", kLow), "error 6");
   EXPECT_EQ(apartment().groupDepth, -32'760);
@@ -141,7 +138,6 @@ TEST_F(Entries, ADumpPrefixesEveryLineTwice) {
                              "@ \n";
   EXPECT_EQ(lines(u"Dump", kLow, u"one\r\ntwo"), "@ TEXT DUMP BELOW\n" + framed);
   EXPECT_EQ(lines(u"Dump", kLow, u"one\r\ntwo", u"Title"), "@ Title\n" + framed);
-  EXPECT_EQ(lines(u"Dump", kMedium, u"one"), "");
 }
 
 class Errors : public Entries {
@@ -178,10 +174,9 @@ TEST_F(Errors, AreRepeatedAndMarked) {
 }
 
 TEST_F(Errors, OfScriptsAreToldWithTheirTextFirstAndLast) {
-  EXPECT_EQ(lines(u"LogMSError", kLow, error, u"text"), marked + details + marked);
-  EXPECT_EQ(lines(u"LogMSError", kLow, error), "@ *** ERROR *** \n" + details);
   EXPECT_EQ(lines(u"LogMSError", kLow, error, u"text", two),
             banner + banner + marked + details + marked);
+  EXPECT_EQ(lines(u"LogMSError", kLow, error), "@ *** ERROR *** \n" + details);
   EXPECT_EQ(lines(u"LogMSError", kMedium, error, u"text"), "");
   const Object incomplete = ScriptObject().value(u"Number", std::int16_t{9}).object();
   EXPECT_EQ(lines(u"LogMSError", kLow, incomplete, u"text"),
@@ -238,9 +233,10 @@ TEST_F(Errors, OfTheLibraryAreCaughtOnce) {
   for (const std::u16string_view member :
        {u"StartGroup", u"EndGroup", u"Dump", u"WriteLog", u"WriteError"}) {
     apartment().errorNumber = 5;
-    EXPECT_EQ(call(member, kMedium), "");
+    EXPECT_EQ(lines(member, kMedium), "");
     EXPECT_EQ(pendingError(), 0) << toUtf8(member);
   }
+  EXPECT_EQ(apartment().groupDepth, 0);
 }
 
 class Banners : public Entries {
@@ -270,8 +266,7 @@ TEST_F(Banners, TellTheRequestWithItsQueryForGetAlone) {
     std::string method;
     Variant query;
     int reads;  // of the query
-  } rows[] = {{"GET", u"a=1", 2},    {"get", u"a=1", 2}, {"POST", u"a=1", 0},
-              {"GET", Variant(), 1}, {"GET", u"", 1},    {"GETS", u"a=1", 0}};
+  } rows[] = {{"get", u"a=1", 2}, {"POST", u"a=1", 0}, {"GET", Variant(), 1}};
   ASSERT_EQ(platform::createFile(folder / u"Default.asp", {}), platform::FileError::None);
   PageContext page;
   startPage(page);
