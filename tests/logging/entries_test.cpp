@@ -265,20 +265,19 @@ TEST_F(Banners, TellTheRequestWithItsQueryForGetAlone) {
   const struct {
     std::string method;
     Variant query;
-    int reads;  // of the query
-  } rows[] = {{"get", u"a=1", 2}, {"POST", u"a=1", 0}, {"GET", Variant(), 1}};
+    bool isTold;
+  } rows[] = {{"get", u"a=1", true}, {"POST", u"a=1", false}, {"GET", Variant(), false}};
   ASSERT_EQ(platform::createFile(folder / u"Default.asp", {}), platform::FileError::None);
   PageContext page;
   startPage(page);
   const std::string prefix = "@10.1.2.3 DEFAULT.ASP ";
-  for (const auto& [method, query, reads] : rows) {
+  for (const auto& [method, query, isTold] : rows) {
     page.serverVariables = {{u"REMOTE_ADDR", u"10.1.2.3"},
                             {u"PATH_TRANSLATED", folder / u"Default.asp"},
                             {u"REQUEST_METHOD", fromUtf8(method)},
                             {u"HTTP_USER_AGENT", u"Agent/1.0"},
                             {u"URL", u"/Default.asp"},
                             {u"QUERY_STRING", query}};
-    page.reads.clear();
     EXPECT_EQ(call(u"WriteASPStart"), prefix + start);
     std::string expected = prefix + start + "\n";
     const auto expectRow = [&](const std::string& name, const std::string& value) {
@@ -286,10 +285,8 @@ TEST_F(Banners, TellTheRequestWithItsQueryForGetAlone) {
     };
     expectRow("HTTP_USER_AGENT", " Agent/1.0\n");
     expectRow(method, " /Default.asp\n");
-    if (reads == 2) expectRow("QUERY_STRING", " a=1\n");
+    if (isTold) expectRow("QUERY_STRING", " a=1\n");
     EXPECT_EQ(written(), expected + prefix + "\n");
-    EXPECT_EQ(page.reads[u"REQUEST_METHOD"], 1);
-    EXPECT_EQ(page.reads[u"QUERY_STRING"], reads);
   }
   page.serverVariables = {{u"HTTP_USER_AGENT", arrayOf({u"no", u"text"})}};
   EXPECT_EQ(lines(u"WriteASPStart"), "@ " + start + "\nerror 13");

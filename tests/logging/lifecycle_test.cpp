@@ -97,9 +97,8 @@ TEST_F(Lifecycle, TwoPagesOnTwoThreadsKeepTheirOwnRequestAndGroupDepth) {
     const ApartmentThread runtime;
     EXPECT_EQ(apartment().groupDepth, 0);
     PageContext other = pageFor(u"10.0.0.2");
-    const platform::TempFolder otherFolder;
     const Object otherLog = Owned<Logging>::make().object();
-    otherLog.call(u"OnStartPage", other.object(otherFolder.path()));
+    otherLog.call(u"OnStartPage", other.object(folder / u"other"));
     EXPECT_EQ(masked(otherLog.call(u"WriteLog", kLow, u"x")), "@10.0.0.2 x");
     otherLog.call(u"StartGroup", kLow);
     otherLog.call(u"OnEndPage");
