@@ -70,17 +70,11 @@ TEST_F(RegistrationTest, IsForTheMachineOrTheUserAndLeavesNothingBehind) {
     ASSERT_EQ(scope.on(), S_OK);
     EXPECT_TRUE(keyExists(scope.root, kIdentifier + u"\\CLSID"));
     EXPECT_EQ(machineHas(kEventSource), scope.root == HKEY_LOCAL_MACHINE);
-    if (keyExists(HKEY_CLASSES_ROOT, u"QUENDAL_REPORTS_ASP.LOGGING\\CLSID")) {
-      CLSID classId{};
-      void* created = nullptr;
+    CLSID classId{};
+    if (keyExists(HKEY_CLASSES_ROOT, u"QUENDAL_REPORTS_ASP.LOGGING\\CLSID"))
       EXPECT_EQ(CLSIDFromProgID(L"QUENDAL_REPORTS_ASP.LOGGING", &classId), S_OK);
-      ASSERT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, &created),
-                S_OK);
-      const Object logger = Object::attach(static_cast<IDispatch*>(created));
-      EXPECT_EQ(typeNameOf(Variant(logger)), u"LOGGING");
-    } else {
-      std::puts("not shown: creating an object; this system does not look at a user's classes");
-    }
+    else
+      std::puts("not shown: finding a class; this system does not look at a user's classes");
     ASSERT_EQ(scope.off(), S_OK);
     for (const std::u16string& key : registeredKeys())
       for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER})

@@ -48,7 +48,8 @@ logger.SetLogPath WScript.Arguments(0) & "\boundary\"
 logger.SetLogFile "BOUNDARY.TXT"
 repeat = -7
 value = logger.wRiTeLoG(2, "text", repeat, stamp)
-WScript.Echo repeat & " " & TypeName(repeat) & " " & (Len(stamp) > 30) & " " & (value = stamp & "text")
+WScript.Echo repeat & " " & TypeName(repeat) & " " & (Len(stamp) > 30)
+WScript.Echo CStr(value = stamp & "text")
 repeat = "2"
 value = logger.WriteLog(2, , repeat, stamp)
 WScript.Echo TypeName(repeat) & " " & (Right(value, Len(stamp)) = stamp)

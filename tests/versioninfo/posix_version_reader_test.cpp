@@ -79,6 +79,7 @@ TEST(VersionReaderTest, LyingImagesHaveNoVersion) {
       {"data is empty", kDataEntry + 4, 0},
       {"file header lies beyond the file", 0x3C, 0xFFFFFFF0},
       {"other kind of optional header", test::kOptionalHeader, 0x0107},
+      {"resources of another type", test::kVersionType, 17},
       {"two directories", test::kOptionalHeader + 92, 2},
       {"no resources", test::kOptionalHeader + 96 + 16, 0},
   };
