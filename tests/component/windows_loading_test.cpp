@@ -1,4 +1,4 @@
-// The DLL as hosts load, use and unload it, together with other modules.
+// The DLL as hosts load, use and unload it, together with other modules; the type library in it.
 #include <gtest/gtest.h>
 #include <quendal/object.h>
 
@@ -28,6 +28,7 @@ std::int32_t errorOfAWrite(const LoadedModule& dll) {
   auto* const factory = static_cast<IClassFactory*>(found);
   void* object = nullptr;
   const HRESULT code = factory->CreateInstance(nullptr, IID_IDispatch, &object);
+  EXPECT_EQ(dll.call("DllCanUnloadNow"), S_FALSE);
   factory->Release();
   if (FAILED(code)) return code & 0xFFFF;
   try {
@@ -47,60 +48,74 @@ TEST(LoadingTest, ErrorsAreCaughtWhenAnotherModuleBroughtTheSharedUnwinder) {
   EXPECT_EQ(errorOfAWrite(LoadedModule(copyOfDll(u"COPY_BESIDE.DLL"))), kNoFile);
 }
 
-/// Takes all slots for the state of threads that the process has left.
-std::vector<DWORD> takeSlots() {
-  std::vector<DWORD> taken;
-  for (DWORD slot = 0; (slot = FlsAlloc(nullptr)) != FLS_OUT_OF_INDEXES;) taken.push_back(slot);
-  return taken;
-}
-
 TEST(LoadingTest, AThreadThatCannotHaveItsStateGetsError7) {
   const LoadedModule dll(copyOfDll(u"COPY_WITHOUT_STATE.DLL"));
-  const std::vector<DWORD> taken = takeSlots();
+  std::vector<DWORD> taken;  // all slots for the state of threads that are left
+  for (DWORD slot = 0; (slot = FlsAlloc(nullptr)) != FLS_OUT_OF_INDEXES;) taken.push_back(slot);
   EXPECT_EQ(errorOfAWrite(dll), error_number::kOutOfMemory);
   for (const DWORD slot : taken) FlsFree(slot);
   EXPECT_EQ(errorOfAWrite(dll), kNoFile);
+  EXPECT_EQ(dll.call("DllCanUnloadNow"), S_OK);
 }
 
-/// What a process has only so many of.
-struct Resources {
-  DWORD handles = 0;
-  std::size_t freeThreadSlots = 0;
+/// The slots for values of threads that the process has left.
+std::size_t freeThreadSlots() {
+  std::vector<DWORD> taken;
+  for (DWORD slot = 0; (slot = TlsAlloc()) != TLS_OUT_OF_INDEXES;) taken.push_back(slot);
+  for (const DWORD slot : taken) TlsFree(slot);
+  return taken.size();
+}
 
-  static Resources now() {
-    // The emulation does not count handles, but gives a new one the lowest free number.
-    const platform::FileHandle probe(CreateFileW(oleText(dllPath().c_str()), 0, FILE_SHARE_READ,
-                                                 nullptr, OPEN_EXISTING, 0, nullptr));
-    Resources resources;
-    GetProcessHandleCount(GetCurrentProcess(), &resources.handles);
-    if (resources.handles == 0)
-      resources.handles = static_cast<DWORD>(reinterpret_cast<std::uintptr_t>(probe.get()));
-    std::vector<DWORD> taken;
-    for (DWORD slot = 0; (slot = TlsAlloc()) != TLS_OUT_OF_INDEXES;) taken.push_back(slot);
-    resources.freeThreadSlots = taken.size();
-    for (const DWORD slot : taken) TlsFree(slot);
-    return resources;
-  }
-};
+/// How many handles the process has. An emulation that does not count them gives a new one the
+/// lowest free number.
+DWORD handleCount() {
+  const platform::FileHandle probe(CreateFileW(oleText(dllPath().c_str()), 0, FILE_SHARE_READ,
+                                               nullptr, OPEN_EXISTING, 0, nullptr));
+  DWORD count = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &count);
+  return count != 0 ? count : static_cast<DWORD>(reinterpret_cast<std::uintptr_t>(probe.get()));
+}
 
 TEST(LoadingTest, AThousandLoadsAndUnloadsCostNothingWithOrWithoutUse) {
   constexpr std::size_t kTimes = 1000;
   const std::u16string path = copyOfDll(u"COPY_OFTEN.DLL");
-  for (const bool used : {false, true}) {
-    Resources before;
-    for (std::size_t i = 0; i <= kTimes; ++i) {
-      {
-        const LoadedModule dll(path);
-        if (used) {
-          ASSERT_EQ(errorOfAWrite(dll), kNoFile);
-        }
-      }
-      if (i == 0) before = Resources::now();
+  DWORD handles = 0;
+  std::size_t slots = 0;
+  for (std::size_t i = 0; i < 2 * kTimes; ++i) {
+    if (i == 2) handles = handleCount(), slots = freeThreadSlots();
+    const LoadedModule dll(path);
+    if (i % 2 == 1) {
+      ASSERT_EQ(errorOfAWrite(dll), kNoFile);
     }
-    const Resources after = Resources::now();
-    EXPECT_LT(after.handles, before.handles + kTimes / 2);
-    EXPECT_GT(after.freeThreadSlots + kTimes / 2, before.freeThreadSlots);
   }
+  EXPECT_LT(handleCount(), handles + kTimes / 2);
+  EXPECT_GT(freeThreadSlots() + kTimes / 2, slots);
+}
+
+TEST_F(ComponentTest, ItsTypeLibraryNamesTheClassesAndWhatCanBeDoneWithThem) {
+  ITypeLib* library = nullptr;
+  ASSERT_EQ(LoadTypeLibEx(oleText(dllPath().c_str()), REGKIND_NONE, &library), S_OK);
+  const auto flagsOf = [&](const GUID& id, std::u16string_view name) {
+    ITypeInfo* info = nullptr;
+    EXPECT_EQ(library->GetTypeInfoOfGuid(id, &info), S_OK);
+    BSTR found = nullptr;
+    info->GetDocumentation(MEMBERID_NIL, &found, nullptr, nullptr, nullptr);
+    EXPECT_EQ(Text::attach(found).view(), name);
+    TYPEATTR* attributes = nullptr;
+    info->GetTypeAttr(&attributes);
+    const WORD flags = attributes->wTypeFlags;
+    info->ReleaseTypeAttr(attributes);
+    info->Release();
+    return flags;
+  };
+  for (const CatalogueEntry& entry : catalogue()) {
+    const ClassIdentity& identity = entry.description.identity();
+    constexpr WORD kFlags = TYPEFLAG_FHIDDEN | TYPEFLAG_FDUAL | TYPEFLAG_FNONEXTENSIBLE;
+    EXPECT_EQ(flagsOf(identity.interfaceId, identity.interfaceName) & kFlags, kFlags);
+    EXPECT_EQ((flagsOf(identity.classId, identity.name) & TYPEFLAG_FCANCREATE) != 0,
+              !identity.programId.empty());
+  }
+  library->Release();
 }
 
 }  // namespace

@@ -25,34 +25,30 @@ TEST(CompareValues, FollowsTheHostsRules) {
   const Variant empty, null = Variant::null(), yes(Boolean::True);
   const Variant two = gives([](auto) { return Variant(2.0); });
   const Variant unknown = gives([](auto) { return Variant::null(); });
-  constexpr std::int64_t kBig = 1LL << 53;
+  const Variant nan(std::numeric_limits<double>::quiet_NaN());
+  constexpr std::int64_t kBig = 1LL << 53, kMost = INT64_MAX;
   constexpr auto less = std::partial_ordering::less;
   constexpr auto equal = std::partial_ordering::equivalent;
   constexpr auto never = std::partial_ordering::unordered;
   const struct {
     Variant a, b;
     std::partial_ordering order;
-  } rows[] = {{n(2), Variant(2.5), less},
-              {yes, n(0), less},
+  } rows[] = {{yes, Variant(-0.5), less},
               {n(2), Variant::date(2.0), equal},
               {typed(VT_CY, 20000), n(2), equal},
-              {typed(VT_CY, kBig * 999 + 1), typed(VT_CY, kBig * 999 + 2), less},
+              {typed(VT_CY, kBig * 999), typed(VT_CY, kBig * 999 + 1), less},
               {typed(VT_I8, kBig + 1), typed(VT_I8, kBig + 2), less},
-              {typed(VT_I8, INT64_MAX - 1), typed(VT_UI8, INT64_MAX), less},
-              {typed(VT_UI8, -2), typed(VT_UI8, -1), less},
+              {typed(VT_I8, kMost - 1), typed(VT_UI8, kMost), less},
               {typed(VT_I1, -1), typed(VT_UI4, 0xFFFFFFFF), less},
               {t(u"ABC"), t(u"abc"), less},
-              {n(2), t(u"1"), less},
               {Variant(1e300), t(u""), less},
               {empty, n(0), equal},
               {empty, t(u""), equal},
-              {empty, empty, equal},
               {two, n(2), equal},
               {two, t(u""), less},
               {unknown, n(2), never},
-              {null, null, never},
               {null, Variant(Object()), never},
-              {Variant(std::numeric_limits<double>::quiet_NaN()), n(2), never}};
+              {nan, n(2), never}};
   int index = 0;
   for (const auto& row : rows) {
     const auto opposite = row.order == less ? std::partial_ordering::greater : row.order;
@@ -66,16 +62,12 @@ TEST(CompareValues, FailsWhereTheHostDoes) {
   const Object self = ScriptObject().object();
   const std::pair<Variant, int> rows[] = {
       {of(u"a"), 13},
-      {of(nullptr), 13},
       {Variant::missing(), 13},
       {Variant(Object()), 91},
-      {Variant(self), 438},
       {gives([&](auto) { return Variant(self); }), 438},
       {gives([](auto) -> Variant { throw AutomationError(1234); }), 1234}};
-  for (const auto& row : rows) {
-    const auto compare = [&] { static_cast<void>(compareValues(row.first, Variant(1.0))); };
-    EXPECT_EQ(raisedBy(compare), row.second);
-  }
+  for (const auto& [value, number] : rows)
+    EXPECT_EQ(raisedBy([&] { static_cast<void>(compareValues(value, Variant(1.0))); }), number);
 }
 
 }  // namespace

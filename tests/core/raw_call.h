@@ -3,10 +3,12 @@
 
 #include <quendal/object.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "automation/dispatch.h"
+#include "core/class_description.h"
 
 namespace quendal::test {
 
@@ -53,6 +55,13 @@ inline Outcome rawCall(const Object& object, std::u16string_view name,
     outcome.error = textOf(Variant(std::int32_t{exception.scode & 0xFFFF})) + u" " +
                     std::u16string(source) + u": " + std::u16string(description);
   return outcome;
+}
+
+/// A member's function as it stands in its class's table.
+template <class Class, class Function>
+Function* slotOf(std::u16string_view member) {
+  const auto members = describe<Class>().members();
+  return reinterpret_cast<Function*>(std::ranges::find(members, member, &MemberRow::name)->slot);
 }
 
 /// References to a host's variables.

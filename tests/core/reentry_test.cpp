@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "core/apartment.h"
 #include "core/dictionary.h"
+#include "functions/concat.h"
 #include "functions/functions.h"
 #include "platform/code_page.h"
 #include "tests/core/raw_call.h"
@@ -26,89 +26,59 @@ Variant runs(std::function<void()> step) {
 
 class Reentry : public LoggerTest {
  protected:
-  /// What the call raised, or nothing.
-  std::u16string outcome(const Object& object, std::u16string_view member,
-                         std::vector<VARIANT> arguments) {
-    const Outcome result = rawCall(object, member, std::move(arguments));
-    if (result.code == DISP_E_EXCEPTION) return result.error;
-    return result.code == S_OK ? u"" : u"refused";
-  }
-
   Owned<Functions> functions = Owned<Functions>::make();
+  Variant level{kLow};
 };
 
+using WriteParam = HRESULT STDMETHODCALLTYPE(IDispatch*, std::int16_t*, VARIANT*, VARIANT,
+                                             std::int16_t*, std::int16_t*, VARIANT*);
+using Append = HRESULT STDMETHODCALLTYPE(IDispatch*, SAFEARRAY**);
+
 TEST_F(Reentry, ArgumentsByValueStayWhatTheyWereWhenTheCallBegan) {
-  Variant level(kLow), variable;
-  const Variant clears = runs([&] { variable = Variant(u"changed meanwhile"); });
-  const auto named = [&] {
-    return Variant(ScriptObject().defaultMember([](auto) { return Variant(u"own"); }).object());
-  };
+  Variant variable;
+  Variant clears = runs([&] { variable = Variant(u"changed meanwhile"); });
   const Variant dictionary(Dictionary::create().object());
   const struct {
-    const char* what;
     std::u16string_view member;
     Variant before;
     std::vector<VARIANT> arguments;
     std::string_view log;
   } rows[] = {
-      {"an object", u"WriteParam", named(), {level, clears, referenceTo(variable)}, "own"},
-      {"text", u"WriteParam", Variant(u"text"), {level, clears, referenceTo(variable)}, "text"},
-      {"a title by reference",
-       u"Dump",
-       Variant(u"title"),
-       {level, clears, referenceTo(variable)},
-       "title"},
-      {"a title",
-       u"LogDictionary",
+      {u"WriteParam", runs([] {}), {level, clears, referenceTo(variable)}, " e\n"},
+      {u"Dump", Variant(u"title"), {level, clears, referenceTo(variable)}, "@ title\n"},
+      {u"LogDictionary",
        Variant(u"title"),
        {dictionary, referenceTo(variable), Variant(std::int32_t{1}), clears},
-       "title"},
-      {"a folder",
-       u"LogFileVersionInfo",
-       Variant(u"no\\such\\folder"),
-       {referenceTo(variable), clears},
-       "no\\such\\folder"},
+       "@ title\n"},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
+    SCOPED_TRACE(row.log);
     variable = row.before;
-    EXPECT_EQ(outcome(log, row.member, row.arguments), u"");
+    EXPECT_EQ(rawCall(log, row.member, row.arguments).code, S_OK);
     EXPECT_EQ(textOf(variable), u"changed meanwhile");
     EXPECT_NE(written().find(row.log), std::string::npos);
   }
-}
-
-TEST_F(Reentry, AReferenceByValueIsReadWhenACallThroughTheTableBegins) {
-  using WriteParam = HRESULT STDMETHODCALLTYPE(IDispatch*, std::int16_t*, VARIANT*, VARIANT,
-                                               std::int16_t*, std::int16_t*, VARIANT*);
-  Variant variable(u"text"), result;
-  Variant name = runs([&] { variable = Variant(u"changed meanwhile"); });
-  std::int16_t level = kLow, distance = 35, indent = 4;
-  const auto members = describe<Logging>().members();
-  const auto row = std::ranges::find(members, u"WriteParam", &MemberRow::name);
-  auto* const writeParam = reinterpret_cast<WriteParam*>(row->slot);
-  EXPECT_EQ(
-      writeParam(log.dispatch(), &level, &name, referenceTo(variable), &distance, &indent, &result),
-      S_OK);
+  variable = Variant(u"text");
+  Variant result;
+  std::int16_t low = kLow, distance = 35, indent = 4;
+  EXPECT_EQ((slotOf<Logging, WriteParam>(u"WriteParam")(
+                log.dispatch(), &low, &clears, referenceTo(variable), &distance, &indent, &result)),
+            S_OK);
   EXPECT_TRUE(textOf(result).ends_with(u" text"));
 }
 
-TEST_F(Reentry, ComparedArgumentsAreKept) {
-  Variant x = runs([] {});
-  const Variant clears = runs([&] { x = Variant(Object()); });
-  const Variant three(std::int32_t{3});
-  for (const std::u16string_view member : {u"Max", u"Min"}) {
-    x = runs([] {});
-    const Outcome result = rawCall(functions.object(), member, {referenceTo(x), clears, three});
-    EXPECT_EQ(result.code, S_OK);
-    EXPECT_EQ(x.pdispVal, nullptr);
-  }
-}
-
-TEST_F(Reentry, WhatIsEncodedOutlivesTheQuestionForItsType) {
+TEST_F(Reentry, WhatIsComparedOrEncodedIsKept) {
   Variant variable;
+  const auto clear = [&] { variable = Variant(Object()); };
+  const Variant clears = runs(clear);
+  for (const std::u16string_view member : {u"Max", u"Min"}) {
+    variable = runs([] {});
+    EXPECT_EQ(rawCall(functions.object(), member, {referenceTo(variable), clears, level}).code,
+              S_OK);
+    EXPECT_EQ(variable.pdispVal, nullptr);
+  }
   const Object cursor = ScriptObject().value(u"State", std::int32_t{0}).object();
-  variable = Variant(named(u"Recordset", cursor, [&] { variable = Variant(Object()); }));
+  variable = Variant(named(u"Recordset", cursor, clear));
   const Outcome result = rawCall(functions->json().object(), u"Encode", {referenceTo(variable)});
   EXPECT_EQ(textOf(result.value), u"{\"state\": \"closed\"}");
 }
@@ -137,47 +107,52 @@ TEST_F(Reentry, AnObjectIsWholeWhenItIsCalledAgainFromItsOwnCall) {
   EXPECT_EQ(platform::listFiles(folder.path()).size(), 2u);
 }
 
+// What follows the step works on the object itself, which is gone if the call does not hold it.
 TEST_F(Reentry, AnObjectOutlivesACallThatLetsGoOfItsLastReference) {
-  Object last = Owned<Logging>::make().object();
-  last.call(u"SetLogPath", folder.path() + u"\\");
-  last.call(u"SetLogFile", u"OTHER.TXT");
-  IDispatch* const borrowed = last.dispatch();
-  Variant level(kLow);
-  const Variant letsGo = runs([&] { last = {}; });
-  std::vector<VARIANT> arguments = {letsGo, level};
-  DISPPARAMS params{arguments.data(), nullptr, 2, 0};
-  const DISPID id = idsOf(borrowed, {u"WriteLog"})[0];
-  EXPECT_EQ(borrowed->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr),
-            S_OK);
+  Object last;
+  Variant letsGo = runs([&] { last = {}; });
+  const auto newLogger = [&] {
+    last = Owned<Logging>::make().object();
+    last.call(u"SetLogFile", folder / u"OTHER.TXT");
+    return last.dispatch();
+  };
+  Variant result;
+  std::vector<VARIANT> arguments = {level, letsGo, level};
+  DISPPARAMS params{arguments.data(), nullptr, 3, 0};
+  IDispatch* borrowed = newLogger();
+  const DISPID id = idsOf(borrowed, {u"WriteParam"})[0];
+  borrowed->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &params, &result, nullptr, nullptr);
   EXPECT_FALSE(last);
-  EXPECT_TRUE(platform::fileExists(folder.path() + u"\\OTHER.TXT"));
+  EXPECT_TRUE(textOf(result).ends_with(u" 2"));
+
+  borrowed = newLogger();
+  result = {};
+  std::int16_t low = kLow, distance = 35, indent = 4;
+  slotOf<Logging, WriteParam>(u"WriteParam")(borrowed, &low, &letsGo, level, &distance, &indent,
+                                             &result);
+  EXPECT_FALSE(last);
+  EXPECT_TRUE(textOf(result).ends_with(u" 2"));
+
+  last = Owned<Concat>::make().object();
+  Variant list = arrayOf({letsGo, letsGo});
+  EXPECT_EQ((slotOf<Concat, Append>(u"Append")(last.dispatch(), &list.parray)), S_OK);
+  EXPECT_FALSE(last);
 }
 
 TEST_F(Reentry, APagesPropertyThatRaisesIsAskedOnce) {
-  for (const std::int32_t number : {5, 438, 450, 5002}) {
+  for (const std::int32_t number : {438, 450}) {
     int asked = 0;
-    const Variant error(ScriptObject()
-                            .member(u"Number",
-                                    [&](auto) -> Variant {
-                                      ++asked;
-                                      throw AutomationError(number);
-                                    })
-                            .object());
-    EXPECT_THROW(static_cast<void>(Object::from(error).get(u"Number")), AutomationError);
-    EXPECT_EQ(asked, 1) << number;
-    EXPECT_THROW(static_cast<void>(Object::from(error).get(u"Number", u"index")), AutomationError);
+    const Object error = ScriptObject()
+                             .member(u"Number",
+                                     [&](auto) -> Variant {
+                                       ++asked;
+                                       throw AutomationError(number);
+                                     })
+                             .object();
+    EXPECT_THROW(static_cast<void>(error.get(u"Number")), AutomationError);
+    EXPECT_THROW(static_cast<void>(error.get(u"Number", u"index")), AutomationError);
     EXPECT_EQ(asked, 2) << number;
   }
-}
-
-TEST_F(Reentry, APageStartThatFailsLeavesNothingToTheNext) {
-  ASSERT_EQ(platform::createFile(folder / u"LOGS", {}), platform::FileError::None);
-  PageContext page;
-  page.serverVariables = {{u"REMOTE_ADDR", u"10.1.2.3"}};
-  EXPECT_EQ(call(u"OnStartPage", page.object(folder.path())), "error 58");
-  EXPECT_FALSE(apartment().page.session);
-  EXPECT_FALSE(apartment().page.request);
-  EXPECT_FALSE(apartment().page.server);
 }
 
 }  // namespace

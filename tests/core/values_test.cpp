@@ -29,44 +29,29 @@ TEST(Values, AnArrayOfOneTypeKeepsOnlyThatType) {
     Variant value;
     VARTYPE type;
     const char* element;
-  } rows[] = {{variable, VT_I2, "Integer 8"},
-              {reference, VT_R8, "Double 8"},
-              {reference, VT_BSTR, "String 8"},
-              {reference, VT_VARIANT, "String 8"},
-              {variable, VT_DISPATCH, "error 424"},
-              {variable, VT_UNKNOWN, "error 424"},
-              {std::int32_t{40000}, VT_I2, "error 6"},
-              {Variant::null(), VT_I2, "error 94"},
-              {Variant::null(), VT_VARIANT, "Null "},
-              {object, VT_I2, "error 13"},
-              {object, VT_BSTR, "error 13"}};
-  int index = 0;
-  for (const auto& row : rows) {
-    const auto element = [&] { return elementOf(row.value, row.type); };
-    EXPECT_EQ(shownOrError(element), row.element) << index++;
-  }
-  const std::pair<VARTYPE, VARTYPE> kept[] = {
-      {VT_DISPATCH, VT_DISPATCH}, {VT_UNKNOWN, VT_UNKNOWN}, {VT_VARIANT, VT_DISPATCH}};
-  for (const auto& [type, tag] : kept) {
-    const Variant element = elementOf(Variant(object), type);
-    EXPECT_EQ(element.vt, tag);
+  } rows[] = {{variable, VT_I2, "Integer 8"},       {reference, VT_R8, "Double 8"},
+              {reference, VT_VARIANT, "String 8"},  {variable, VT_DISPATCH, "error 424"},
+              {Variant::null(), VT_I2, "error 94"}, {object, VT_I2, "error 13"}};
+  for (const auto& row : rows)
+    EXPECT_EQ(shownOrError([&] { return elementOf(row.value, row.type); }), row.element);
+  for (const int type : {VT_DISPATCH, VT_UNKNOWN, VT_VARIANT}) {
+    const Variant element = elementOf(Variant(object), static_cast<VARTYPE>(type));
+    EXPECT_EQ(element.vt, type == VT_VARIANT ? VT_DISPATCH : type);
     EXPECT_EQ(element.punkVal, object.dispatch());
   }
 }
 
 TEST(Values, TypesHaveTheHostsNames) {
-  const std::pair<int, const char16_t*> rows[] = {
-      {VT_I2, u"Integer"},          {VT_R4, u"Single"},
-      {VT_CY, u"Currency"},         {VT_DATE, u"Date"},
-      {VT_ERROR, u"Error"},         {VT_BOOL, u"Boolean"},
-      {VT_UNKNOWN, u"Nothing"},     {VT_UI1, u"Byte"},
-      {VT_DECIMAL, u"Decimal"},     {VT_UI4, u"Unknown"},
-      {kVariantArray, u"Variant()"}};
-  for (const auto& [type, name] : rows) {
+  std::u16string names;
+  for (const int type :
+       std::initializer_list<int>{VT_I2, VT_R4, VT_CY, VT_DATE, VT_ERROR, VT_BOOL, VT_UNKNOWN,
+                                  VT_UI1, VT_DECIMAL, VT_UI4, kVariantArray}) {
     VARIANT value{};
     value.vt = static_cast<VARTYPE>(type);
-    EXPECT_EQ(typeNameOf(value), name) << type;
+    names.append(typeNameOf(value)).append(u" ");
   }
+  EXPECT_EQ(toUtf8(names),
+            "Integer Single Currency Date Error Boolean Nothing Byte Decimal Unknown Variant() ");
 }
 
 /// Number, source and description of what a step raises.
@@ -109,8 +94,6 @@ TEST(Failures, HaveTheNumbersAndTextsThatAScriptKnows) {
   EXPECT_EQ(raised([] { checkDictionary(errorCode(457)); }),
             "457 QUENDAL_REPORTS_ASP: This key is already associated with an element of this "
             "collection");
-  EXPECT_EQ(raised([] { checkDictionary(E_FAIL); }),
-            "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005");
 }
 
 /// An object whose members all fail, by what they put into the exception or leave to be asked for.
@@ -151,8 +134,6 @@ TEST(Failures, OfAnObjectArePassedOnAsTheyCame) {
   } rows[] = {
       {DISP_E_EXCEPTION, 0, 0, true, "1234 Late: told when asked"},
       {DISP_E_EXCEPTION, 0, 99, false, "99 QUENDAL_REPORTS_ASP: Automation error 0x800A0063"},
-      {DISP_E_EXCEPTION, E_FAIL, 99, false,
-       "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005"},
       {DISP_E_EXCEPTION, S_FALSE, 0, false,
        "-2147467259 QUENDAL_REPORTS_ASP: Automation error 0x80004005"},
       {DISP_E_OVERFLOW, E_FAIL, 99, false, "6 QUENDAL_REPORTS_ASP: Overflow"}};

@@ -8,17 +8,11 @@
 #include "platform/identities.h"
 
 namespace quendal::test {
-namespace {
-
-constexpr std::string_view kByteOrderMark = "\xFF\xFE";
-
-}  // namespace
 
 Object PageContext::object(const std::u16string& folder) {
   const Object variables = ScriptObject()
                                .defaultMember([this](ScriptObject::Arguments arguments) {
                                  const std::u16string name = textOf(arguments[0]);
-                                 ++reads[name];
                                  for (const auto& [variable, value] : serverVariables)
                                    if (equalNoCase(variable, name)) return value;
                                  return Variant();  // as the page host answers
@@ -64,6 +58,7 @@ void LoggerTest::startPage(PageContext& page) {
 }
 
 void LoggerTest::createLog(std::u16string_view path) {
+  constexpr std::string_view kByteOrderMark = "\xFF\xFE";
   EXPECT_EQ(platform::createFile(path, platform::bytesOf(kByteOrderMark)),
             platform::FileError::None);
   path_ = path;

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,10 +22,7 @@ inline constexpr std::int16_t kMedium = 3;  // filtered out by default
 /// What a page host hands to the objects of a page.
 struct PageContext {
   std::vector<std::pair<std::u16string, Variant>> serverVariables;
-  /// Runs at the end of each enumeration of the server variables.
-  std::function<void()> atEnd = [] {};
-  std::map<std::u16string, int> reads;  // of each server variable
-
+  std::function<void()> atEnd = [] {};  // of each enumeration of the server variables
   /// The scripting context; this must outlive it.
   [[nodiscard]] Object object(const std::u16string& folder);
 };
@@ -52,11 +48,10 @@ class LoggerTest : public ::testing::Test {
   /// Starts a page in the test's folder; its log is in "LOGS" there.
   void startPage(PageContext& page);
 
-  /// What was written since the last look, without the banner of a new file: whole lines, each
-  /// ended by a line feed, stamps as "@".
-  [[nodiscard]] std::string written();
-  /// A text that a member returned, in the same way.
+  /// A text with line feeds as line ends, stamps as "@".
   [[nodiscard]] static std::string masked(const Variant& text);
+  /// What was written since the last look, in the same way: whole lines.
+  [[nodiscard]] std::string written();
   /// Without line ends, as members hand back several entries.
   [[nodiscard]] static std::string runTogether(std::string lines);
 
@@ -82,7 +77,7 @@ class LoggerTest : public ::testing::Test {
   Object log = logger.object();
 
  private:
-  void createLog(std::u16string_view path);
+  void createLog(std::u16string_view path);  // without the banner of a new file
 
   std::u16string path_;
   std::size_t seen_ = 0;  // bytes

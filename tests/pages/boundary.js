@@ -1,4 +1,5 @@
-// The same boundary as JScript sees it.
+// The boundary as JScript sees it, in a page that the script ends without OnEndPage. The logger's
+// objects go with it; what the page handed over is left alone, as its engine is gone by then.
 function show(label, step) {
   try {
     WScript.Echo(label + ": " + step());
@@ -7,31 +8,23 @@ function show(label, step) {
   }
 }
 
-var folder = WScript.Arguments(0) + "\\boundary_js\\";
 var logger = new ActiveXObject("QUENDAL_REPORTS_ASP.LOGGING");
-
 show("any case", function () { return logger.loglevel; });
 show("no file", function () { return logger.WriteLog(2, "x"); });
 show("no arguments", function () { return logger.WriteLog(); });
 show("null", function () { return logger.SetLogPath(null); });
 show("object with toString", function () { return logger.SetLogFile({}); });
-logger.SetLogPath(folder);
-logger.SetLogFile("BOUNDARY.TXT");
-show("undefined text", function () { return logger.WriteLog(2, undefined).length > 30; });
 show("Unicode", function () { logger.Unicode = false; return logger.Unicode; });
 
-// A page's objects as this language makes them.
+var folder = WScript.Arguments(0) + "\\boundary_js";
 var variables = new ActiveXObject("Scripting.Dictionary");
 variables.Add("REMOTE_ADDR", "10.1.2.3");
-variables.Add("PATH_TRANSLATED", folder + "none.asp");
-var here = folder.slice(0, -1);
+variables.Add("PATH_TRANSLATED", folder + "\\none.asp");
 logger.OnStartPage({
   Session: {}, Application: {}, Request: { ServerVariables: variables }, Response: {},
-  Server: { MapPath: function (path) { return here; } }
+  Server: { MapPath: function () { return folder; } }
 });
-show("client", function () { return logger.RemoteIP; });
-show("in a page", function () { return / 10\.1\.2\.3 page$/.test(logger.WriteLog(2, "page")); });
+show("in a page", function () { return / 10\.1\.2\.3 $/.test(logger.WriteLog(2, undefined)); });
 show("variables", function () { logger.LogServerVariables(); return "told"; });
 var error = { number: 91, Source: "Page", description: "Told by the page" };
 show("an error", function () { return /Told by the page$/.test(logger.LogMSError(2, error)); });
-show("a dictionary", function () { return logger.LogDictionary(variables); });

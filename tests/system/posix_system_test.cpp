@@ -1,8 +1,8 @@
 // System queries where the environment says what the system answers.
 #include <gtest/gtest.h>
 
-#include "base/utf8.h"
 #include "core/dispatch.h"
+#include "support/text_rows.h"
 #include "system/os_info.h"
 #include "tests/platform/posix_environment.h"
 #include "tests/platform/temp_folder.h"
@@ -19,13 +19,11 @@ TEST(OsInfo, ReadsTheEnvironment) {
                                                    {"username", "a user"},
                                                    {"systemdrive", "a drive"},
                                                    {"windir", "a folder"}};
-  const std::pair<std::u16string_view, std::string> rows[] = {{u"TempDir", temp},
-                                                              {u"OS", "an os"},
-                                                              {u"UserName", "a user"},
-                                                              {u"SystemDrive", "a drive"},
-                                                              {u"WinDir", "a folder"}};
-  for (const auto& [property, value] : rows)
-    EXPECT_EQ(toUtf8(textOf(info.get(property))), value) << toUtf8(property);
+  EXPECT_EQ(toUtf8(textOf(info.get(u"TempDir"))), temp);
+  test::forEachPair(u"OS=an os|UserName=a user|SystemDrive=a drive|WinDir=a folder",
+                    [&](std::u16string_view property, const std::string& value) {
+                      EXPECT_EQ(toUtf8(textOf(info.get(property))), value);
+                    });
   EXPECT_TRUE(platform::lookAt(folder / u"temp").isFolder);
   const platform::EnvironmentChange none("temp", "\\");
   EXPECT_EQ(textOf(info.get(u"TempDir")), u"");

@@ -79,6 +79,7 @@ TEST(VersionReaderTest, LyingImagesHaveNoVersion) {
       {"data is empty", kDataEntry + 4, 0},
       {"file header lies beyond the file", 0x3C, 0xFFFFFFF0},
       {"other kind of optional header", test::kOptionalHeader, 0x0107},
+      {"resources of another type", test::kVersionType, 17},
       {"two directories", test::kOptionalHeader + 92, 2},
       {"no resources", test::kOptionalHeader + 96 + 16, 0},
   };
@@ -116,16 +117,13 @@ TEST(VersionReaderTest, LyingLengthsLoseOnlyWhatTheyCover) {
 }
 
 TEST(VersionReaderTest, NeutralComesBeforeEnglishAndThatBeforeTheFirst) {
-  const struct {
-    std::vector<std::uint16_t> languages;
-    std::uint16_t expected;
-  } cases[] = {{{0x0465}, 0x0465},
-               {{0x0465, 0x0409, 0x047A, 0}, 0},
-               {{0x047A, 0x0465}, 0x0465},
-               {{0x0407, 0x0409, 0x0809}, 0x0409}};
-  for (const auto& c : cases) {
+  const std::pair<std::vector<std::uint16_t>, std::uint16_t> cases[] = {
+      {{0x0465, 0x0409, 0x047A, 0}, 0},
+      {{0x047A, 0x0465}, 0x0465},
+      {{0x0407, 0x0409, 0x0809}, 0x0409}};
+  for (const auto& [languages, expected] : cases) {
     std::vector<test::VersionOfLanguage> versions;
-    for (const std::uint16_t language : c.languages) {
+    for (const std::uint16_t language : languages) {
       test::VersionParts parts;
       parts.fixedInfo[1] = language;
       versions.push_back({language, versionBlock(parts)});
@@ -134,7 +132,7 @@ TEST(VersionReaderTest, NeutralComesBeforeEnglishAndThatBeforeTheFirst) {
     test::MemoryBytes source(image);
     const auto info = VersionBlock(readVersionBlock(source)).fixedInfo();
     ASSERT_TRUE(info.has_value());
-    EXPECT_EQ(info->structureVersion, c.expected);
+    EXPECT_EQ(info->structureVersion, expected);
   }
 }
 
