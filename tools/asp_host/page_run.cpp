@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "automation/dispatch.h"
+#include "automation/reference.h"
 #include "encoding.h"
 #include "platform/files.h"
 
@@ -160,7 +161,7 @@ Object PageRun::createObject(std::u16string_view programId) {
   Object object = Object::attach(static_cast<IDispatch*>(created));
   void* asked = nullptr;
   if (SUCCEEDED(object.dispatch()->QueryInterface(__uuidof(IObjectWithSite), &asked))) {
-    const automation::CountedReference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
+    const automation::Reference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
     sited->SetSite(engines_.back()->site());
   }
   if (offers(object, u"OnStartPage")) object.call(u"OnStartPage", context_);

@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 
+#include "automation/counted.h"
 #include "page_object.h"
 
 namespace quendal::host {
