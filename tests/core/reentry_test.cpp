@@ -9,7 +9,6 @@
 #include "platform/code_page.h"
 #include "tests/core/raw_call.h"
 #include "tests/logging/logger_fixture.h"
-#include "tests/support/named_object.h"
 
 namespace quendal::test {
 namespace {
@@ -107,8 +106,11 @@ TEST_F(Reentry, ComparedArgumentsAreKept) {
 
 TEST_F(Reentry, WhatIsEncodedOutlivesTheQuestionForItsType) {
   Variant variable;
-  const Object cursor = ScriptObject().value(u"State", std::int32_t{0}).object();
-  variable = Variant(named(u"Recordset", cursor, [&] { variable = Variant(Object()); }));
+  variable = Variant(ScriptObject()
+                         .className(u"Recordset")
+                         .value(u"State", std::int32_t{0})
+                         .beforeCalls([&] { variable = Variant(Object()); })
+                         .object());
   const Outcome result = rawCall(functions->json().object(), u"Encode", {referenceTo(variable)});
   EXPECT_EQ(textOf(result.value), u"{\"state\": \"closed\"}");
 }

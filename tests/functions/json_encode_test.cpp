@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "tests/functions/json_object.h"
-#include "tests/support/named_object.h"
 #include "tests/support/script_object.h"
 #include "tests/support/small_stack.h"
 
@@ -138,19 +137,25 @@ TEST(JsonEncode, RefusesOtherObjectsByName) {
            " object types yet.";
   };
   EXPECT_EQ(encoded(Variant(Object())), refusal("Nothing"));
-  const Variant other(named(u"Folder", ScriptObject().object()));
+  const Variant other(ScriptObject().className(u"Folder").object());
   EXPECT_EQ(encoded(arrayOf({Variant(u"x"), dictionaryOf({{Variant(u"a"), other}})})),
             refusal("Folder"));
   // A dictionary that is only reached by name.
   const Object inner = Object::from(dictionaryOf(
       {{Variant(u"a"), arrayOf({Variant(1.5)})}, {Variant(std::int16_t{2}), dictionaryOf({})}}));
-  EXPECT_EQ(encoded(Variant(named(u"Dictionary", inner))), "{\"a\":[1.5],\"2\":{}}");
+  const Object outer =
+      ScriptObject()
+          .className(u"Dictionary")
+          .member(u"Keys", [&](auto) { return inner.call(u"Keys"); })
+          .member(u"Item", [&](auto key) { return inner.get(u"Item", Variant::copyOf(key[0])); })
+          .object();
+  EXPECT_EQ(encoded(Variant(outer)), "{\"a\":[1.5],\"2\":{}}");
   const Object odd = ScriptObject()
+                         .className(u"Dictionary")
                          .member(u"Keys", [](auto) { return arrayOf({Variant::null()}); })
                          .member(u"Item", [](auto) { return Variant(); })
                          .object();
-  EXPECT_EQ(encoded(Variant(named(u"Dictionary", odd))),
-            "94 QUENDAL_REPORTS_ASP: Invalid use of Null");
+  EXPECT_EQ(encoded(Variant(odd)), "94 QUENDAL_REPORTS_ASP: Invalid use of Null");
 }
 
 /// A cursor over rows of two fields, which notes how it is called.
@@ -164,6 +169,7 @@ struct Cursor {
 
   Variant object() {
     ScriptObject cursor;
+    cursor.className(u"Recordset");
     const auto member = [&](const char16_t* name, auto value) {
       cursor.member(name, [this, name, value](auto) {
         calls += toUtf8(name) + " ";
@@ -191,7 +197,7 @@ struct Cursor {
           .elements({field(u"id", rows[row].first), field(u"na\"me", rows[row].second)})
           .object();
     });
-    return Variant(named(u"Recordset", cursor.object()));
+    return Variant(cursor.object());
   }
 };
 
@@ -224,6 +230,7 @@ TEST(JsonEncode, ReadsCursorsRowByRow) {
 TEST(JsonEncode, WhatACursorDoesToItsDictionaryDoesNoHarm) {
   const Dictionary outer = Dictionary::create();
   const Object cursor = ScriptObject()
+                            .className(u"Recordset")
                             .value(u"State", Variant(std::int32_t{1}))
                             .member(u"RecordCount",
                                     [&](auto) {
@@ -236,7 +243,7 @@ TEST(JsonEncode, WhatACursorDoesToItsDictionaryDoesNoHarm) {
                             .value(u"BOF", Variant(Boolean::True))
                             .value(u"EOF", Variant(Boolean::True))
                             .object();
-  const Variant recordset(named(u"Recordset", cursor));
+  const Variant recordset(cursor);
   outer.add(Variant(u"a"), recordset);
   outer.add(Variant(u"b"), Variant(u"old"));
   EXPECT_TRUE(encoded(Variant(outer.object()))
@@ -262,11 +269,11 @@ TEST(JsonEncode, WhatHoldsItselfEndsWithAnError) {
     dictionary.removeAll();
   });
   const auto holder = std::make_shared<Variant>();
-  const Object cursor =
-      named(u"Recordset", ScriptObject()
-                              .value(u"State", Variant(std::int32_t{1}))
-                              .member(u"RecordCount", [holder](auto) { return *holder; })
-                              .object());
+  const Object cursor = ScriptObject()
+                            .className(u"Recordset")
+                            .value(u"State", Variant(std::int32_t{1}))
+                            .member(u"RecordCount", [holder](auto) { return *holder; })
+                            .object();
   *holder = Variant(cursor);
   EXPECT_EQ(encoded(Variant(cursor)), expected);
   *holder = Variant();

@@ -80,7 +80,7 @@ TEST(PageParser, EachLineOfTheScriptAndEachFaultIsToldWithItsPlace) {
        "VBScript\npage1|b\nJScript\npage1| a \npage1|c\n"},
       {"\n\n<!--#include file=\"a\"-->", "page, line 3: not there"},
       {"\n<!--#include file=cycle-->", "cycle, line 3: the file includes itself: PAGE"},
-      {"<!--#include file=f1-->", "f30, line 1: there are too many includes"},
+      {"<!--#include file=f1-->", "f28, line 1: there are too many includes"},
       {"<!--#include page-->", "page, line 1: an include names a file or a virtual path"},
       {"\n<% x", "page, line 2: there is no %> for this"},
       {"<!--#include file=a", "page, line 1: there is no --> for this"},

@@ -63,11 +63,6 @@ HostObject makeCollection(const StopFlag& stop, CollectionParts parts) {
           },
           {}, {0, 1})
       .defaultName(u"Item")
-      .member(u"Key",
-              [shared](Arguments arguments) {
-                return Variant(elementAt(shared->fields, arguments[0]).name);
-              },
-              {}, {1, 1})
       .property(u"Count", [shared] { return countOf(shared->fields); })
       .elements(names);
 }

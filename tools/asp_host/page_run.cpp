@@ -14,6 +14,9 @@
 namespace quendal::host {
 namespace {
 
+/// The cookie that holds a session's key.
+constexpr std::u16string_view kSessionCookie = u"ASPSESSIONID";
+
 std::string readFile(const std::u16string& file) {
   std::vector<std::byte> bytes;
   if (platform::readFile(file, bytes) != platform::FileError::None)
@@ -69,12 +72,9 @@ PageResponse PageRun::execute() {
   } catch (const std::exception& error) {
     response = failed(messageOf(error));
   }
-  if (session_ != nullptr) {
-    shared_->sessions.leave(*session_);
-    if (session_->key != sessionKey())
-      response.headers.emplace_back("Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" +
-                                                      session_->key + "; path=/; HttpOnly");
-  }
+  if (session_ != nullptr && session_->key != sessionKey())
+    response.headers.emplace_back(
+        "Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" + session_->key + "; path=/; HttpOnly");
   const std::scoped_lock lock(mutex_);
   started_.reset();
   return response;

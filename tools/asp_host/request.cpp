@@ -36,21 +36,15 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   set(u"APPL_PHYSICAL_PATH", place.root + u"\\");
   set(u"CONTENT_LENGTH", decimalText(static_cast<std::int64_t>(request.body.size())));
   set(u"CONTENT_TYPE", wide(request.header("Content-Type")));
-  set(u"GATEWAY_INTERFACE", u"CGI/1.1");
-  set(u"HTTPS", u"off");
-  set(u"LOCAL_ADDR", u"127.0.0.1");
   set(u"PATH_INFO", place.virtualPath);
   set(u"PATH_TRANSLATED", place.file());
   set(u"QUERY_STRING", wide(request.query));
   set(u"REMOTE_ADDR", u"127.0.0.1");
-  set(u"REMOTE_HOST", u"127.0.0.1");
   set(u"REQUEST_METHOD", wide(request.method));
   set(u"SCRIPT_NAME", place.virtualPath);
   const std::u16string host = wide(request.header("Host"));
   set(u"SERVER_NAME", host.empty() ? u"localhost" : host.substr(0, host.find(u':')));
   set(u"SERVER_PORT", decimalText(request.port));
-  set(u"SERVER_PROTOCOL", u"HTTP/1.1");
-  set(u"SERVER_SOFTWARE", u"asp_host");
   set(u"URL", place.virtualPath);
   fields.insert(fields.end(), headers.begin(), headers.end());
   for (const auto& [name, value] : request.variables) {

@@ -9,6 +9,7 @@
 #include <boost/beast/version.hpp>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 
 #include "apartment_pool.h"
@@ -42,7 +43,7 @@ void tell(FILE* stream, const std::string& line) {
 /// Awaits with failures as a value.
 auto into(error_code& error) { return asio::redirect_error(asio::use_awaitable, error); }
 
-class WebServer {
+class WebServer : public std::enable_shared_from_this<WebServer> {
  public:
   explicit WebServer(const WebServerOptions& options)
       : options_(options),
@@ -101,21 +102,7 @@ class WebServer {
                                                        beast::flat_buffer& buffer,
                                                        RequestParser& parser) {
     error_code error;
-    co_await http::async_read_header(stream, buffer, parser, into(error));
-    if (!error) {
-      const auto& request = parser.get();
-      const auto transfer = request[http::field::transfer_encoding];
-      const auto content = request[http::field::content_encoding];
-      if (!transfer.empty() && !beast::iequals(transfer, "chunked"))
-        co_return errorResponse(501, "The transfer encoding is not known.");
-      if (!content.empty() && !beast::iequals(content, "identity"))
-        co_return errorResponse(415, "Bodies are taken as they are.");
-      if (beast::iequals(request[http::field::expect], "100-continue")) {
-        http::response<http::empty_body> goAhead(http::status::continue_, 11);
-        co_await http::async_write(stream, goAhead, into(error));
-      }
-      co_await http::async_read(stream, buffer, parser, into(error));
-    }
+    co_await http::async_read(stream, buffer, parser, into(error));
     if (error == http::error::body_limit) co_return errorResponse(413, "A body has 4 MB at most.");
     if (error == http::error::header_limit) co_return errorResponse(431);
     const bool isGone =
@@ -130,11 +117,6 @@ class WebServer {
       co_return errorResponse(501, "The method is not known.");
     const bool isRead = request.method() == http::verb::get || request.method() == http::verb::head;
     const Target target = findTarget(options_.root, text(request.target()), options_.showLogs);
-    const auto refuse = [](std::string_view allowed) {
-      PageResponse response = errorResponse(405);
-      response.headers.emplace_back("Allow", allowed);
-      return response;
-    };
     switch (target.kind) {
       case Target::Kind::Malformed:
         co_return errorResponse(400, "The path cannot be read.");
@@ -149,10 +131,10 @@ class WebServer {
         co_return response;
       }
       case Target::Kind::File:
-        if (!isRead) co_return refuse("GET, HEAD");
+        if (!isRead) co_return errorResponse(405);
         co_return fileResponse(target.place.file());
       case Target::Kind::Page:
-        if (!isRead && request.method() != http::verb::post) co_return refuse("GET, HEAD, POST");
+        if (!isRead && request.method() != http::verb::post) co_return errorResponse(405);
         co_return co_await runPage(pageRequest(request, target), target.place);
     }
     co_return errorResponse(500);
@@ -176,10 +158,11 @@ class WebServer {
     auto page = std::make_shared<PageRun>(std::move(request), std::move(place), shared_,
                                           options_.scriptTimeout);
     const auto start = [this, page](auto handler) {
-      // Answers come from the page's thread; the connection goes on here.
+      // Answers come from the page's thread, which keeps what it answers to; the connection goes on
+      // here.
       const auto resume = std::make_shared<decltype(handler)>(std::move(handler));
-      const auto answer = [this, resume](PageResponse response) {
-        asio::post(context_, [resume, response = std::move(response)]() mutable {
+      const auto answer = [self = shared_from_this(), resume](PageResponse response) {
+        asio::post(self->context_, [resume, response = std::move(response)]() mutable {
           std::move (*resume)(std::move(response));
         });
       };
@@ -229,11 +212,11 @@ class WebServer {
   asio::ip::tcp::acceptor acceptor_;
   std::uint16_t port_ = 0;
   std::size_t connections_ = 0;
-  ApartmentPool pool_;  // goes first, while its pages can still answer
+  ApartmentPool pool_;
 };
 
 }  // namespace
 
-void serve(const WebServerOptions& options) { WebServer(options).serve(); }
+void serve(const WebServerOptions& options) { std::make_shared<WebServer>(options)->serve(); }
 
 }  // namespace quendal::host
