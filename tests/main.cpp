@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "support/apartment_thread.h"
 #include "support/log_writer.h"
+#include "support/threads.h"
 
 int main(int argc, char** argv) {
   const quendal::test::ApartmentThread apartment;

@@ -8,7 +8,7 @@
 
 #include "platform/stack.h"
 #include "tests/functions/json_object.h"
-#include "tests/support/small_stack.h"
+#include "tests/support/threads.h"
 
 namespace quendal::test::json {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "tests/functions/json_object.h"
 #include "tests/support/script_object.h"
-#include "tests/support/small_stack.h"
+#include "tests/support/threads.h"
 
 namespace quendal::test::json {
 namespace {

@@ -7,10 +7,6 @@ Response.Write TypeName(logger) & " " & logger.IsASP & " " & logger.RemoteIP & "
 Set files = Server.CreateObject("Scripting.FileSystemObject")
 If files.FileExists(logger.Path & logger.FileName) Then files.DeleteFile logger.Path & logger.FileName
 logger.WriteASPStart
-On Error Resume Next
-Err.Raise 11, "logging.asp", "Division by zero"
-logger.LogMSError 2, Err, "It is trapped"
-On Error GoTo 0
 logger.LogServerVariables
 Set stream = files.OpenTextFile(logger.Path & logger.FileName, 1, False, -1)
 Do Until stream.AtEndOfStream
