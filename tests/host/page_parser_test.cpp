@@ -15,25 +15,20 @@ namespace {
 
 using Files = std::map<std::u16string, std::string>;
 
-ParsedPage parse(const Files& files) {
-  return parsePage(u"page", {[](std::u16string_view name, bool isVirtual, const std::u16string&) {
-                               return (isVirtual ? u"/" : u"") + std::u16string(name);
-                             },
-                             [&](const std::u16string& file) {
-                               const auto found = files.find(file);
-                               if (found == files.end()) throw std::runtime_error("not there");
-                               return found->second;
-                             },
-                             [](std::string_view bytes, unsigned codePage) {
-                               return codePage == 65001 ? fromUtf8(bytes)
-                                                        : platform::fromCodePage(bytes);
-                             }});
-}
-
 /// The scripts with the place of each line before it, the blocks in quotes instead of their number;
 /// or why there are none.
 std::string told(const Files& files) try {
-  const ParsedPage page = parse(files);
+  const auto locate = [](std::u16string_view name, bool isVirtual, const std::u16string&) {
+    return (isVirtual ? u"/" : u"") + std::u16string(name);
+  };
+  const auto read = [&](const std::u16string& file) {
+    if (!files.contains(file)) throw std::runtime_error("not there");
+    return files.at(file);
+  };
+  const auto decode = [](std::string_view bytes, unsigned codePage) {
+    return codePage == 65001 ? fromUtf8(bytes) : platform::fromCodePage(bytes);
+  };
+  const ParsedPage page = parsePage(u"page", {locate, read, decode});
   std::string result;
   for (const PageScript& script : page.scripts) {
     result += script.language == Language::VBScript ? "VBScript\n" : "JScript\n";

@@ -83,33 +83,28 @@ class WebServer : public std::enable_shared_from_this<WebServer> {
       RequestParser parser;
       parser.body_limit(kLongestBody);
       stream.expires_after(kReadTime);
-      std::optional<PageResponse> response = co_await receive(stream, buffer, parser);
-      goOn = !response.has_value() && parser.is_done();
-      if (!response && !goOn) co_return;
-      if (!response) {
-        stream.expires_never();
-        response = co_await answer(parser.get());
-      }
+      error_code error;
+      co_await http::async_read(stream, buffer, parser, into(error));
+      std::optional<PageResponse> response = refusalOf(error);
+      if (error && !response) co_return;  // the client is gone
+      stream.expires_never();
+      if (!response) response = co_await answer(parser.get());
       stream.expires_after(kReadTime);
-      goOn = co_await send(stream, parser.get(), std::move(*response), goOn);
+      goOn = co_await send(stream, parser.get(), std::move(*response), !error);
     }
     co_await drain(stream);
   }
 
-  /// Reads a request. Returns what to answer when it is refused; nothing also when the client is
-  /// gone and the request is not complete.
-  asio::awaitable<std::optional<PageResponse>> receive(beast::tcp_stream& stream,
-                                                       beast::flat_buffer& buffer,
-                                                       RequestParser& parser) {
-    error_code error;
-    co_await http::async_read(stream, buffer, parser, into(error));
-    if (error == http::error::body_limit) co_return errorResponse(413, "A body has 4 MB at most.");
-    if (error == http::error::header_limit) co_return errorResponse(431);
+  /// What to answer for a request that cannot be read; nothing when the client is gone.
+  static std::optional<PageResponse> refusalOf(error_code error) {
+    if (error == http::error::body_limit) return errorResponse(413, "A body has 4 MB at most.");
+    if (error == http::error::header_limit) return errorResponse(431);
     const bool isGone =
         error == http::error::end_of_stream || error == http::error::partial_message;
-    if (!isGone && error.category() == http::make_error_code(http::error::bad_method).category())
-      co_return errorResponse(400, error.message());
-    co_return std::nullopt;
+    const bool isMalformed =
+        error.category() == http::make_error_code(http::error::bad_method).category();
+    if (!error || isGone || !isMalformed) return std::nullopt;
+    return errorResponse(400, error.message());
   }
 
   asio::awaitable<PageResponse> answer(const http::request<http::string_body>& request) {

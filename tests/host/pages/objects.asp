@@ -12,7 +12,7 @@ For Each name In Request.QueryString
   Next
 Next
 show "form", Request.Form("word") & " " & Request.Form("Empty") & ". " & Request.Form.Count
-show "cookies", Request.Cookies("plain") & " " & Request.Cookies("user").HasKeys & " " & Request.Cookies("user")("lang")
+show "cookies", Request.Cookies("plain") & " " & Request.Cookies("user")
 show "any collection", Request("word") & Request("n") & Request("plain") & Request("REQUEST_METHOD")
 For Each name In Array("CONTENT_TYPE", "CONTENT_LENGTH", "URL", "REMOTE_ADDR", "MY_OWN")
   show name, Request.ServerVariables(name)
