@@ -3,17 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
 
-#include "support/apartment_thread.h"
 #include "support/log_writer.h"
+#include "support/threads.h"
 
 int main(int argc, char** argv) {
   const quendal::test::ApartmentThread apartment;
   if (argc > 1 && std::string_view(argv[1]) == "--write-log") {
-    if (argc != 6) return 2;
-    return quendal::test::writeLog(argv[2], argv[3], std::atoi(argv[4]), std::atoi(argv[5]));
+    if (argc != 5) return 2;
+    return quendal::test::writeLog(argv[2], std::atoi(argv[3]), std::atoi(argv[4]));
   }
+  quendal::test::testProgram = std::filesystem::absolute(argv[0]).string();
   ::testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

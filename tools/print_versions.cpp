@@ -2,11 +2,11 @@
 // a tab, and all that the library tells of its version, escaped to ASCII. Files that are not PE
 // images are left out. The two homes' outputs are compared with each other.
 #include <cstdint>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <string>
 
+#include "base/text.h"
 #include "base/utf8.h"
 #include "versioninfo/version_record.h"
 
@@ -32,9 +32,7 @@ std::string escaped(std::u16string_view text) {
     if (unit >= 0x20 && unit < 0x7F && unit != u'|' && unit != u'\\') {
       line += static_cast<char>(unit);
     } else {
-      char code[8];
-      std::snprintf(code, sizeof code, "\\u%04x", unsigned{unit});
-      line += code;
+      line += "\\u" + quendal::toUtf8(quendal::hexText(unit, 4));
     }
   }
   return line;

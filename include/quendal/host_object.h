@@ -68,7 +68,8 @@ class QUENDAL_EXPORT HostObject {
 
   /// What a script sees as the object's type name; "Object" without one.
   HostObject& className(std::u16string_view name);
-  /// A step before each call of a member, which refuses the call when it throws.
+  /// A step before each call of a member and each question for the type's name, which refuses it
+  /// when it throws.
   HostObject& beforeCalls(std::function<void()> step);
 
   /// A new object.

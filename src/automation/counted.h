@@ -8,17 +8,9 @@
 #include <memory>
 #include <utility>
 
-namespace quendal::automation {
+#include "automation/reference.h"
 
-/// The owner of a reference to an object of any interface, or of several.
-struct ReleaseCounted {
-  template <class Object>
-  void operator()(Object* object) const noexcept {
-    object->Release();
-  }
-};
-template <class Object>
-using CountedReference = std::unique_ptr<Object, ReleaseCounted>;
+namespace quendal::automation {
 
 /// The reference count and identity of an object that lives until its last reference goes.
 template <class... Interfaces>
@@ -31,13 +23,16 @@ class Counted : public Interfaces... {
   ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
   ULONG STDMETHODCALLTYPE Release() override {
     const ULONG left = --references_;
-    if (left == 0) std::default_delete<Counted>()(this);
+    if (left == 0) destroy();
     return left;
   }
 
   virtual ~Counted() = default;
 
  protected:
+  /// Runs when the last reference goes; a class that has to order its destruction overrides it.
+  virtual void destroy() noexcept { std::default_delete<Counted>()(this); }
+
   struct Answer {
     const IID& id;
     IUnknown* object;
@@ -60,8 +55,8 @@ class Counted : public Interfaces... {
 };
 
 template <class Class, class... Parameters>
-CountedReference<Class> makeCounted(Parameters&&... parameters) {
-  return CountedReference<Class>(
+Reference<Class> makeCounted(Parameters&&... parameters) {
+  return Reference<Class>(
       std::make_unique<Class>(std::forward<Parameters>(parameters)...).release());
 }
 

@@ -8,10 +8,13 @@
 namespace quendal::automation {
 
 struct ReleaseReference {
-  void operator()(IUnknown* object) const noexcept { object->Release(); }
+  template <typename Interface>
+  void operator()(Interface* object) const noexcept {
+    object->Release();
+  }
 };
 
-/// Owns one reference, which it is given.
+/// Owns one reference, which it is given, to an object of one interface or of several.
 template <typename Interface>
 using Reference = std::unique_ptr<Interface, ReleaseReference>;
 

@@ -8,7 +8,7 @@
 
 #include "automation/counted.h"
 #include "automation/host_type.h"
-#include "base/text.h"
+#include "base/name_order.h"
 #include "base/utf8.h"
 
 namespace quendal {
@@ -18,14 +18,6 @@ using automation::Counted;
 using automation::makeCounted;
 
 constexpr WORD kAnyPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-
-/// Orders names without regard to the case of A to Z.
-struct NameOrder {
-  using is_transparent = void;
-  bool operator()(std::u16string_view a, std::u16string_view b) const noexcept {
-    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
-  }
-};
 
 HRESULT report(EXCEPINFO* exception, const AutomationError& error) {
   if (exception == nullptr) return error.code();
@@ -111,7 +103,11 @@ class HostObject::Dispatch final : public Counted<IDispatch> {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
     *info = nullptr;
     if (definition_->className.empty()) return E_NOTIMPL;
-    return automation::hostType(definition_->className, info);
+    const std::shared_ptr<const Definition> definition = definition_;
+    return guarded(nullptr, [&] {
+      if (definition->beforeCalls) definition->beforeCalls();
+      return automation::hostType(definition->className, info);
+    });
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {

@@ -10,8 +10,8 @@
 #include "automation/dispatch.h"
 #include "automation/values.h"
 #include "base/date.h"
-#include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
+#include "tests/support/threads.h"
 
 namespace quendal::test {
 namespace {

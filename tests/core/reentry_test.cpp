@@ -9,7 +9,6 @@
 #include "platform/code_page.h"
 #include "tests/core/raw_call.h"
 #include "tests/logging/logger_fixture.h"
-#include "tests/support/named_object.h"
 
 namespace quendal::test {
 namespace {
@@ -77,8 +76,11 @@ TEST_F(Reentry, WhatIsComparedOrEncodedIsKept) {
               S_OK);
     EXPECT_EQ(variable.pdispVal, nullptr);
   }
-  const Object cursor = ScriptObject().value(u"State", std::int32_t{0}).object();
-  variable = Variant(named(u"Recordset", cursor, clear));
+  variable = Variant(ScriptObject()
+                         .className(u"Recordset")
+                         .value(u"State", std::int32_t{0})
+                         .beforeCalls(clear)
+                         .object());
   const Outcome result = rawCall(functions->json().object(), u"Encode", {referenceTo(variable)});
   EXPECT_EQ(textOf(result.value), u"{\"state\": \"closed\"}");
 }

@@ -17,10 +17,9 @@
 #include "functions/json/json.h"
 #include "platform/stack.h"
 #include "tests/core/raw_call.h"
-#include "tests/support/named_object.h"
 #include "tests/support/script_object.h"
-#include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
+#include "tests/support/threads.h"
 
 namespace quendal::test::json {
 namespace {
@@ -253,12 +252,19 @@ TEST(JsonEncode, RefusesOtherObjectsByName) {
     return kOwn + "(DLL) JSON does not support " + name + " object types yet.";
   };
   EXPECT_EQ(encoded(Object()), refusal("Nothing"));
-  const Variant other(named(u"Folder", ScriptObject().object()));
+  const Variant other(ScriptObject().className(u"Folder").object());
   EXPECT_EQ(encoded(arrayOf({u"x", dictionaryOf({{u"a", other}})})), refusal("Folder"));
   // A dictionary that is only reached by name.
   const Variant inner =
       dictionaryOf({{u"a", arrayOf({Variant(1.5)})}, {Variant(std::int16_t{2}), dictionaryOf({})}});
-  EXPECT_EQ(encoded(named(u"Dictionary", Object::from(inner))), "{\"a\":[1.5],\"2\":{}}");
+  const Object kept = Object::from(inner);
+  const Object reached =
+      ScriptObject()
+          .className(u"Dictionary")
+          .member(u"Keys", [&](auto) { return kept.call(u"Keys"); })
+          .member(u"Item", [&](auto key) { return kept.get(u"Item", Variant::copyOf(key[0])); })
+          .object();
+  EXPECT_EQ(encoded(reached), "{\"a\":[1.5],\"2\":{}}");
 }
 
 /// A cursor over rows of two fields, which notes how it is called.
@@ -297,7 +303,7 @@ struct Cursor {
           .elements({field(u"id", rows[row].first), field(u"na\"me", rows[row].second)})
           .object();
     });
-    return Variant(named(u"Recordset", cursor.object()));
+    return Variant(cursor.className(u"Recordset").object());
   }
 };
 

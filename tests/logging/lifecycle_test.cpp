@@ -2,7 +2,7 @@
 #include <thread>
 
 #include "core/apartment.h"
-#include "support/apartment_thread.h"
+#include "support/threads.h"
 #include "tests/core/raw_call.h"
 #include "tests/logging/logger_fixture.h"
 

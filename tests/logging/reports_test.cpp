@@ -7,7 +7,7 @@
 #include "core/dictionary.h"
 #include "platform/module.h"
 #include "support/pe_builder.h"
-#include "support/small_stack.h"
+#include "support/threads.h"
 #include "system/platform_block.h"
 #include "tests/logging/logger_fixture.h"
 

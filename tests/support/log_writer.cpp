@@ -1,6 +1,7 @@
 #include "support/log_writer.h"
 
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "base/text.h"
@@ -9,9 +10,9 @@
 
 namespace quendal::test {
 
-int writeLog(const char* folder, const char* name, int count, int rolloverBytes) {
+int writeLog(const char* name, int count, int rolloverBytes) {
   const Object logger = Owned<Logging>::make().object();
-  logger.call(u"SetLogPath", fromUtf8(folder) + u"\\");
+  logger.call(u"SetLogPath", std::filesystem::current_path().u16string() + u"\\");
   logger.call(u"SetLogFile", u"LOG.TXT");
   logger.put(u"RolloverBytes", std::int32_t{rolloverBytes});
   const std::u16string prefix = fromUtf8(name) + u"-";

@@ -2,15 +2,14 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace quendal::test {
 
-/// Writes `count` entries "NAME-1." to "NAME-count." to LOG.TXT in a folder, repeating each call
-/// that raised. Returns 0 when all were written.
-int writeLog(const char* folder, const char* name, int count, int rolloverBytes);
+/// The test program itself, for those who run it again.
+inline std::string testProgram;
 
-/// Runs this program with arguments, several times at once. Returns the greatest exit status.
-int runTogether(const std::vector<std::vector<std::string>>& argumentLists);
+/// Writes `count` entries "NAME-1." to "NAME-count." to LOG.TXT in the current folder, repeating
+/// each call that raised. Returns 0 when all were written.
+int writeLog(const char* name, int count, int rolloverBytes);
 
 }  // namespace quendal::test

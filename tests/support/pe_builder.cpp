@@ -25,9 +25,16 @@ Bytes terminated(std::u16string_view text) {
   return bytes;
 }
 
+void putAll(Bytes& bytes, std::size_t offset, const std::vector<std::size_t>& numbers) {
+  for (const std::size_t number : numbers) {
+    put32(bytes, offset, number);
+    offset += 4;
+  }
+}
+
 Bytes numbers(const auto& list) {
   Bytes bytes(list.size() * 4);
-  for (std::size_t i = 0; i < list.size(); ++i) put32(bytes, i * 4, list[i]);
+  putAll(bytes, 0, {list.begin(), list.end()});
   return bytes;
 }
 
@@ -45,44 +52,24 @@ Bytes entry(std::u16string_view key, bool isText, const Bytes& value,
   return bytes;
 }
 
-// A header with the counts of its named and numbered entries.
-void putDirectory(Bytes& bytes, std::size_t offset, std::size_t named, std::size_t numbered) {
-  put16(bytes, offset + 12, named);
-  put16(bytes, offset + 14, numbered);
-}
-
-void putPair(Bytes& bytes, std::size_t offset, std::size_t first, std::size_t second) {
-  put32(bytes, offset, first);
-  put32(bytes, offset + 4, second);
-}
-
-// Directories of types (a named one and the version's), names and languages, data entries, blocks.
+// Directories of types (a named one and the version's), names and languages, each with the counts
+// of its named and numbered entries; then data entries and blocks.
 Bytes resourceSection(const std::vector<VersionOfLanguage>& versions) {
-  constexpr std::size_t kDirectory = 0x80000000;
-  constexpr std::size_t kNames = 32;
-  constexpr std::size_t kLanguages = 56;
-  const std::size_t dataEntries = kLanguages + 16 + versions.size() * 8;
-  Bytes bytes(dataEntries + versions.size() * 16);
-  putDirectory(bytes, 0, 1, 1);
-  putPair(bytes, 16, kDirectory | kNames, kDirectory | kLanguages);
-  putPair(bytes, 24, 16, kDirectory | kNames);
-  putDirectory(bytes, kNames, 0, 1);
-  putPair(bytes, kNames + 16, 1, kDirectory | kLanguages);
-  putDirectory(bytes, kLanguages, 0, versions.size());
-  for (std::size_t i = 0; i < versions.size(); ++i) {
+  constexpr std::uint32_t kDirectory = 0x80000000;
+  constexpr std::uint32_t kNames = kDirectory | 32;
+  constexpr std::uint32_t kLanguages = kDirectory | 56;
+  const std::size_t count = versions.size(), dataEntries = 72 + count * 8;
+  Bytes bytes(dataEntries + count * 16);
+  putAll(bytes, 0, {0, 0, 0, 1 | 1 << 16, kNames, kLanguages, 16, kNames});
+  putAll(bytes, 32, {0, 0, 0, 1 << 16, 1, kLanguages});
+  putAll(bytes, 56, {0, 0, 0, count << 16});
+  for (std::size_t i = 0; i < count; ++i) {
     const std::size_t data = dataEntries + i * 16;
-    putPair(bytes, kLanguages + 16 + i * 8, versions[i].language, data);
-    putPair(bytes, data, kResourceAddress + aligned(bytes.size()), versions[i].block.size());
+    putAll(bytes, 72 + i * 8, {versions[i].language, data});
+    putAll(bytes, data, {kResourceAddress + aligned(bytes.size()), versions[i].block.size()});
     add(bytes, versions[i].block);
   }
   return bytes;
-}
-
-void putSection(Bytes& bytes, std::size_t offset, std::size_t size, std::size_t address,
-                std::size_t start) {
-  putPair(bytes, offset + 8, size, address);
-  putPair(bytes, offset + 16, aligned(size, kFileAlignment), start);
-  put32(bytes, offset + 36, 0x40000040);  // initialised data, may be read
 }
 
 }  // namespace
@@ -120,21 +107,24 @@ Bytes peImage(PeKind kind, std::vector<VersionOfLanguage> versions) {
   const std::size_t directories = kOptionalHeader + (wide ? 112 : 96);
   const std::size_t sections = directories + 16 * 8;
 
+  const std::size_t machine = wide ? 0x8664 : 0x14C, magic = wide ? 0x20B : 0x10B;
+  const std::size_t traits = wide ? 0x2022 : 0x2102, optionalSize = sections - kOptionalHeader;
+  constexpr std::size_t kReadable = 0x40000040;  // initialised data, may be read
   Bytes bytes(kResources);
   put16(bytes, 0, 0x5A4D);
   put32(bytes, 0x3C, kFileHeader);
-  put32(bytes, kFileHeader, 0x4550);
-  put16(bytes, kFileHeader + 4, wide ? 0x8664 : 0x14C);
-  put16(bytes, kFileHeader + 6, 2);
-  put16(bytes, kFileHeader + 20, sections - kOptionalHeader);
-  put16(bytes, kFileHeader + 22, wide ? 0x2022 : 0x2102);
-  put16(bytes, kOptionalHeader, wide ? 0x20B : 0x10B);
-  putPair(bytes, kOptionalHeader + 32, 0x1000, kFileAlignment);
-  putPair(bytes, kOptionalHeader + 56, kResourceAddress + 0x10000, kFileAlignment);
-  put32(bytes, directories - 4, 16);
-  putPair(bytes, directories + 2 * 8, kResourceAddress, resources.size());
-  putSection(bytes, sections, kFileAlignment, 0x1000, kFileAlignment);
-  putSection(bytes, sections + 40, resources.size(), kResourceAddress, kResources);
+  putAll(bytes, kFileHeader, {0x4550, machine | 2 << 16, 0, 0, 0, optionalSize | traits << 16});
+  put16(bytes, kOptionalHeader, magic);
+  putAll(bytes, kOptionalHeader + 32, {0x1000, kFileAlignment});
+  putAll(bytes, kOptionalHeader + 56, {kResourceAddress + 0x10000, kFileAlignment});
+  putAll(bytes, directories - 4, {16});
+  putAll(bytes, directories + 2 * 8, {kResourceAddress, resources.size()});
+  putAll(bytes, sections + 8, {kFileAlignment, 0x1000, kFileAlignment, kFileAlignment});
+  put32(bytes, sections + 36, kReadable);
+  putAll(
+      bytes, sections + 48,
+      {resources.size(), kResourceAddress, aligned(resources.size(), kFileAlignment), kResources});
+  put32(bytes, sections + 76, kReadable);
   bytes.insert(bytes.end(), resources.begin(), resources.end());
   bytes.resize(aligned(bytes.size(), kFileAlignment));
   return bytes;

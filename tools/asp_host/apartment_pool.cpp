@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <chrono>
 #include <climits>
-#include <condition_variable>
 #include <deque>
 #include <list>
 #include <mutex>
 #include <optional>
+#include <thread>
 #include <utility>
 
 #include "platform/windows/wide.h"
@@ -43,14 +43,14 @@ PageResponse tooManyGivenUp() {
   return refusal("Too many pages did not end; the host must be started again.");
 }
 
-}  // namespace
-
-struct ApartmentPool::Job {
+struct Job {
   std::shared_ptr<PageRun> page;
-  Answer answer;
+  ApartmentPool::Answer answer;
   bool stopped = false;  // told to stop; the watcher's own
   bool givenUp = false;  // answered for; guarded by the pool
 };
+
+}  // namespace
 
 /// What the threads share.
 class ApartmentPool::State : public std::enable_shared_from_this<State> {
@@ -67,53 +67,37 @@ class ApartmentPool::State : public std::enable_shared_from_this<State> {
     return std::nullopt;
   }
 
-  /// Starts as many apartments as are missing and may be.
-  void startWorkers() {
-    const std::scoped_lock lock(mutex_);
-    for (; serving_ < threads_ && givenUp_ < kMostGivenUp && !closing_; ++serving_)
-      std::thread([state = shared_from_this()] { state->serve(); }).detach();
-  }
-
-  void close() {
-    const std::scoped_lock lock(mutex_);
-    closing_ = true;
-    ReleaseSemaphore(wake_.get(), static_cast<LONG>(threads_), nullptr);
-  }
-
-  /// Until the pool is closed and its apartments have ended or been given up.
+  /// Keeps as many apartments as may be, and the time-outs of their pages.
   void watch() {
-    for (;;) {
+    for (;; std::this_thread::sleep_for(kWatchInterval)) {
       std::list<std::shared_ptr<Job>> running;
       {
-        std::unique_lock lock(mutex_);
-        if (ended_.wait_for(lock, kWatchInterval, [this] { return closing_ && serving_ == 0; }))
-          return;
+        const std::scoped_lock lock(mutex_);
+        for (; serving_ < threads_ && givenUp_ < kMostGivenUp; ++serving_)
+          std::thread([state = shared_from_this()] { state->serve(); }).detach();
         running = running_;
       }
       for (const auto& job : running) attend(*job);
-      startWorkers();
     }
   }
 
  private:
   void serve() noexcept {
-    if (SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {
-      while (const std::shared_ptr<Job> job = nextJob()) {
-        PageResponse response = job->page->execute();
-        pumpMessages();
-        if (!finish(job, std::move(response))) {
-          CoUninitialize();
-          return;  // another serves in its place
-        }
-      }
-      CoUninitialize();
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {
+      const std::scoped_lock lock(mutex_);
+      --serving_;
+      return;
     }
-    const std::scoped_lock lock(mutex_);
-    --serving_;
-    ended_.notify_all();
+    for (bool isGivenUp = false; !isGivenUp;) {
+      const std::shared_ptr<Job> job = nextJob();
+      PageResponse response = job->page->execute();
+      pumpMessages();
+      isGivenUp = !finish(job, std::move(response));
+    }
+    CoUninitialize();  // another serves in its place
   }
 
-  /// Waits for a job and serves the apartment's messages meanwhile. Null at the pool's end.
+  /// Waits for a job and serves the apartment's messages meanwhile.
   std::shared_ptr<Job> nextJob() {
     const HANDLE wake = wake_.get();
     for (;;) {
@@ -122,10 +106,7 @@ class ApartmentPool::State : public std::enable_shared_from_this<State> {
         continue;
       }
       const std::scoped_lock lock(mutex_);
-      if (waiting_.empty()) {
-        if (closing_) return nullptr;
-        continue;
-      }
+      if (waiting_.empty()) continue;
       running_.push_back(std::move(waiting_.front()));
       waiting_.pop_front();
       return running_.back();
@@ -171,23 +152,15 @@ class ApartmentPool::State : public std::enable_shared_from_this<State> {
   const std::size_t most_;
   const platform::FileHandle wake_{CreateSemaphoreW(nullptr, 0, LONG_MAX, nullptr)};
   std::mutex mutex_;  // for what follows
-  std::condition_variable ended_;
   std::deque<std::shared_ptr<Job>> waiting_;
   std::list<std::shared_ptr<Job>> running_;
   std::size_t serving_ = 0;  // apartments that take jobs
   std::size_t givenUp_ = 0;  // apartments whose pages have not ended
-  bool closing_ = false;
 };
 
 ApartmentPool::ApartmentPool(std::size_t threads, std::size_t mostWaiting)
-    : state_(std::make_shared<State>(threads, mostWaiting)),
-      watcher_([state = state_] { state->watch(); }) {
-  state_->startWorkers();
-}
-
-ApartmentPool::~ApartmentPool() {
-  state_->close();
-  watcher_.join();
+    : state_(std::make_shared<State>(threads, mostWaiting)) {
+  std::thread([state = state_] { state->watch(); }).detach();
 }
 
 void ApartmentPool::run(std::shared_ptr<PageRun> page, Answer answer) {

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <thread>
 
 #include "page_run.h"
 
@@ -18,21 +17,14 @@ class ApartmentPool {
   using Answer = std::function<void(PageResponse)>;
 
   ApartmentPool(std::size_t threads, std::size_t mostWaiting);
-  /// Waits for running pages, at most for their time-outs.
-  ~ApartmentPool();
-  ApartmentPool(const ApartmentPool&) = delete;
-  ApartmentPool& operator=(const ApartmentPool&) = delete;
 
   /// Runs a page as soon as an apartment is free. Where that cannot be, the answer is 503, with the
   /// reason as its failure.
   void run(std::shared_ptr<PageRun> page, Answer answer);
 
  private:
-  struct Job;
   class State;
-
-  std::shared_ptr<State> state_;  // shared with the threads, which may outlive this
-  std::thread watcher_;
+  std::shared_ptr<State> state_;  // shared with the threads, which go on until the program ends
 };
 
 }  // namespace quendal::host

@@ -40,16 +40,14 @@ std::string encoded(std::u16string_view text, unsigned codePage) {
 }
 
 std::string percentEncoded(std::u16string_view text, unsigned codePage) {
-  static constexpr char kDigits[] = "0123456789ABCDEF";
   std::string result;
   for (const char c : encoded(text, codePage)) {
-    const auto byte = static_cast<unsigned char>(c);
     if (isDigit(c) || isLetter(c))
       result += c;
     else if (c == ' ')
       result += '+';
     else
-      result.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+      result += "%" + toUtf8(hexText(static_cast<unsigned char>(c), 2));
   }
   return result;
 }

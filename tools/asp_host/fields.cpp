@@ -48,7 +48,7 @@ bool isPosition(const VARIANT& key) noexcept {
   return key.vt == VT_I2 || key.vt == VT_I4 || key.vt == VT_R8 || key.vt == VT_UI1;
 }
 
-HostObject makeCollection(const StopFlag& stop, CollectionParts parts) {
+Object makeCollection(const StopFlag& stop, CollectionParts parts) {
   const auto shared = std::make_shared<const CollectionParts>(std::move(parts));
   std::vector<Variant> names;
   for (const Field& field : shared->fields) names.emplace_back(field.name);
@@ -63,13 +63,9 @@ HostObject makeCollection(const StopFlag& stop, CollectionParts parts) {
           },
           {}, {0, 1})
       .defaultName(u"Item")
-      .member(u"Key",
-              [shared](Arguments arguments) {
-                return Variant(elementAt(shared->fields, arguments[0]).name);
-              },
-              {}, {1, 1})
       .property(u"Count", [shared] { return countOf(shared->fields); })
-      .elements(names);
+      .elements(names)
+      .object();
 }
 
 Object makeValueList(const StopFlag& stop, const Field& field) {

@@ -38,7 +38,7 @@ struct CollectionParts {
   std::u16string whole;
   std::function<Variant(const Field&)> item;
 };
-[[nodiscard]] HostObject makeCollection(const StopFlag& stop, CollectionParts parts);
+[[nodiscard]] Object makeCollection(const StopFlag& stop, CollectionParts parts);
 
 /// The values of one field: joined when used as text, one by one by position.
 [[nodiscard]] Object makeValueList(const StopFlag& stop, const Field& field);

@@ -1,6 +1,7 @@
 #include "page_parser.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -67,18 +68,19 @@ struct SourceText {
   }
 };
 
-/// What is between two marks of a construct, and where the text goes on.
-struct Enclosed {
-  std::u16string_view body;
-  std::size_t next;
-};
-
 class Parser {
  public:
   explicit Parser(const PageSources& sources) : sources_(sources) {}
 
   ParsedPage parse(const std::u16string& file) {
-    parseFile(file, {file, 1});
+    place_ = {file, 1};
+    try {
+      parseFile(file);
+    } catch (const PageError&) {
+      throw;
+    } catch (const std::exception& error) {
+      throw PageError(place_, fromUtf8(error.what()));
+    }
     const Language other = language_ == Language::VBScript ? Language::JScript : Language::VBScript;
     if (!foreign_.text.empty()) page_.scripts.push_back({other, foreign_.text, foreign_.lines});
     inline_.text += functions_.text;
@@ -88,29 +90,15 @@ class Parser {
   }
 
  private:
-  /// Runs a step whose plain exceptions belong to a place of the page.
-  template <class Step>
-  static auto at(const SourceLine& place, Step&& step) {
-    try {
-      return step();
-    } catch (const PageError&) {
-      throw;
-    } catch (const std::exception& error) {
-      throw PageError(place, fromUtf8(error.what()));
-    }
-  }
-
-  void parseFile(const std::u16string& file, const SourceLine& asked) {
+  void parseFile(const std::u16string& file) {
     const bool isCycle = std::ranges::any_of(
         open_, [&](const std::u16string& outer) { return equalNoCase(outer, file); });
-    if (isCycle) throw PageError(asked, u"the file includes itself: " + file);
+    if (isCycle) throw PageError(place_, u"the file includes itself: " + file);
     if (open_.size() == kDeepestInclude || ++files_ > kMostFiles)
-      throw PageError(asked, u"there are too many includes");
-    const SourceText source{file, at(asked, [&] {
-                              const std::string bytes = sources_.read(file);
-                              if (open_.empty()) readDirectiveOf(bytes);
-                              return decode(bytes);
-                            })};
+      throw PageError(place_, u"there are too many includes");
+    const std::string bytes = sources_.read(file);
+    if (open_.empty()) readDirectiveOf(bytes);
+    const SourceText source{file, decode(bytes)};
     open_.push_back(file);
     const std::u16string_view text = source.text;
     std::size_t literal = 0;  // where the text that is written as it is begins
@@ -134,22 +122,17 @@ class Parser {
     if (const auto language = attribute(text, u"language")) language_ = languageOf(*language);
     if (const auto number = attribute(text, u"codepage")) {
       constexpr std::size_t kMostDigits = 5;
-      if (number->empty() || number->size() > kMostDigits ||
-          number->find_first_not_of(u"0123456789") != std::u16string::npos)
+      const std::string digits = toUtf8(number->substr(0, kMostDigits + 1));
+      const auto [end, error] =
+          std::from_chars(digits.data(), digits.data() + digits.size(), page_.codePage);
+      if (error != std::errc() || *end != '\0' || digits.size() > kMostDigits)
         throw std::invalid_argument("a code page is a number");
-      page_.codePage =
-          static_cast<unsigned>(std::stoul(std::string(number->begin(), number->end())));
     }
   }
 
   [[nodiscard]] std::u16string decode(std::string_view bytes) const {
     if (bytes.starts_with("\xEF\xBB\xBF")) return fromUtf8(bytes.substr(3));
-    if (!bytes.starts_with("\xFF\xFE")) return sources_.decode(bytes, page_.codePage);
-    std::u16string text;
-    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2)
-      text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                    static_cast<unsigned char>(bytes[i + 1]) << 8);
-    return text;
+    return sources_.decode(bytes, page_.codePage);
   }
 
   /// Reads what begins with the "<" at a position, and the text that is waiting before it. Returns
@@ -167,19 +150,20 @@ class Parser {
       if (isDirective && (open_.size() > 1 || std::exchange(directiveSeen_, true)))
         throw PageError(source.place(rest), u"a page has one directive, in its own file");
       writeWaiting();
+      // Nothing may stand before "Option Explicit", not even a line end.
+      if (isDirective) return std::min(text.find_first_not_of(kBlanks, next), text.size());
       if (isExpression)
         add(inline_, u"Response.Write(" + std::u16string(trimmed(body)) + u")",
             source.place(trimmed(body)));
-      else if (!isDirective)
+      else
         add(inline_, body, source.place(rest));
-      if (!isDirective) return next;
-      // Nothing may stand before "Option Explicit", not even a line end.
-      return std::min(text.find_first_not_of(kBlanks, next), text.size());
+      return next;
     }
     if (rest.starts_with(u"<!--") && startsWith(trimmed(rest.substr(4)), u"#include")) {
       const auto [body, next] = enclosed(source, position, position + 4, u"-->");
       writeWaiting();
-      include(trimmed(body).substr(8), source.place(rest));
+      place_ = source.place(rest);
+      include(trimmed(body).substr(8));
       return next;
     }
     if (startsWith(rest, u"<script")) {
@@ -188,18 +172,21 @@ class Parser {
       if (!equalNoCase(attribute(attributes, u"runat").value_or(u""), u"server")) return {};
       const auto [body, next] = enclosed(source, position, position + tagEnd + 1, u"</script>");
       writeWaiting();
-      const SourceLine place = source.place(rest);
+      place_ = source.place(rest);
       const auto name = attribute(attributes, u"language");
-      const Language language = at(place, [&] { return name ? languageOf(*name) : language_; });
+      const Language language = name ? languageOf(*name) : language_;
       add(language == language_ ? functions_ : foreign_, body, source.place(body));
       return next;
     }
     return {};
   }
 
-  /// What is between `start` and an end mark, in any case, which must come.
-  static Enclosed enclosed(const SourceText& source, std::size_t construct, std::size_t start,
-                           std::u16string_view end) {
+  /// What is between `start` and an end mark, in any case, which must come, and where the text goes
+  /// on.
+  static std::pair<std::u16string_view, std::size_t> enclosed(const SourceText& source,
+                                                              std::size_t construct,
+                                                              std::size_t start,
+                                                              std::u16string_view end) {
     const std::u16string_view text = source.text;
     const std::u16string_view rest = text.substr(std::min(start, text.size()));
     const auto found =
@@ -212,14 +199,11 @@ class Parser {
     return {rest.substr(0, length), start + length + end.size()};
   }
 
-  void include(std::u16string_view attributes, const SourceLine& place) {
+  void include(std::u16string_view attributes) {
     const auto file = attribute(attributes, u"file");
     const auto path = attribute(attributes, u"virtual");
-    if (!file && !path) throw PageError(place, u"an include names a file or a virtual path");
-    parseFile(
-        at(place,
-           [&] { return sources_.locate(path ? *path : *file, path.has_value(), open_.back()); }),
-        place);
+    if (!file && !path) throw PageError(place_, u"an include names a file or a virtual path");
+    parseFile(sources_.locate(path ? *path : *file, path.has_value(), open_.back()));
   }
 
   void addBlock(const SourceText& source, std::u16string_view text) {
@@ -247,6 +231,7 @@ class Parser {
 
   const PageSources& sources_;
   ParsedPage page_;
+  SourceLine place_;  // of what is read, for what fails meanwhile
   Language language_ = Language::VBScript;
   bool directiveSeen_ = false;
   std::size_t files_ = 0;

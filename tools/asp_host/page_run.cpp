@@ -7,11 +7,15 @@
 #include <utility>
 
 #include "automation/dispatch.h"
+#include "automation/reference.h"
 #include "encoding.h"
 #include "platform/files.h"
 
 namespace quendal::host {
 namespace {
+
+/// The cookie that holds a session's key.
+constexpr std::u16string_view kSessionCookie = u"ASPSESSIONID";
 
 std::string readFile(const std::u16string& file) {
   std::vector<std::byte> bytes;
@@ -68,12 +72,9 @@ PageResponse PageRun::execute() {
   } catch (const std::exception& error) {
     response = failed(messageOf(error));
   }
-  if (session_ != nullptr) {
-    shared_->sessions.leave(*session_);
-    if (session_->key != sessionKey())
-      response.headers.emplace_back("Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" +
-                                                      session_->key + "; path=/; HttpOnly");
-  }
+  if (session_ != nullptr && session_->key != sessionKey())
+    response.headers.emplace_back(
+        "Set-Cookie", encoded(kSessionCookie, kUtf8) + "=" + session_->key + "; path=/; HttpOnly");
   const std::scoped_lock lock(mutex_);
   started_.reset();
   return response;
@@ -160,7 +161,7 @@ Object PageRun::createObject(std::u16string_view programId) {
   Object object = Object::attach(static_cast<IDispatch*>(created));
   void* asked = nullptr;
   if (SUCCEEDED(object.dispatch()->QueryInterface(__uuidof(IObjectWithSite), &asked))) {
-    const automation::CountedReference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
+    const automation::Reference<IObjectWithSite> sited(static_cast<IObjectWithSite*>(asked));
     sited->SetSite(engines_.back()->site());
   }
   if (offers(object, u"OnStartPage")) object.call(u"OnStartPage", context_);

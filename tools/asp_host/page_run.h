@@ -65,7 +65,4 @@ class PageRun {
   std::vector<std::unique_ptr<ScriptEngine>> engines_;
 };
 
-/// The name of the cookie that holds a session's key.
-inline constexpr std::u16string_view kSessionCookie = u"ASPSESSIONID";
-
 }  // namespace quendal::host

@@ -36,21 +36,15 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
   set(u"APPL_PHYSICAL_PATH", place.root + u"\\");
   set(u"CONTENT_LENGTH", decimalText(static_cast<std::int64_t>(request.body.size())));
   set(u"CONTENT_TYPE", wide(request.header("Content-Type")));
-  set(u"GATEWAY_INTERFACE", u"CGI/1.1");
-  set(u"HTTPS", u"off");
-  set(u"LOCAL_ADDR", u"127.0.0.1");
   set(u"PATH_INFO", place.virtualPath);
   set(u"PATH_TRANSLATED", place.file());
   set(u"QUERY_STRING", wide(request.query));
   set(u"REMOTE_ADDR", u"127.0.0.1");
-  set(u"REMOTE_HOST", u"127.0.0.1");
   set(u"REQUEST_METHOD", wide(request.method));
   set(u"SCRIPT_NAME", place.virtualPath);
   const std::u16string host = wide(request.header("Host"));
   set(u"SERVER_NAME", host.empty() ? u"localhost" : host.substr(0, host.find(u':')));
   set(u"SERVER_PORT", decimalText(request.port));
-  set(u"SERVER_PROTOCOL", u"HTTP/1.1");
-  set(u"SERVER_SOFTWARE", u"asp_host");
   set(u"URL", place.virtualPath);
   fields.insert(fields.end(), headers.begin(), headers.end());
   for (const auto& [name, value] : request.variables) {
@@ -61,15 +55,6 @@ Fields serverVariables(const PageRequest& request, const PagePlace& place) {
 }
 
 Variant textOfField(const Field& field) { return field.joined(); }
-
-/// A cookie's text, or the values of its keys: "user=a&lang=en".
-Object makeCookie(const StopFlag& stop, const std::u16string& raw, const Decode& decode) {
-  const bool hasKeys = raw.find(u'=') != std::u16string::npos;
-  return makeCollection(stop, {hasKeys ? parseFields(encoded(raw, kUtf8), '&', decode) : Fields{},
-                               raw, &textOfField})
-      .property(u"HasKeys", [hasKeys] { return Variant(booleanOf(hasKeys)); })
-      .object();
-}
 
 }  // namespace
 
@@ -100,18 +85,15 @@ Object makeRequest(const StopFlag& stop, const PageRequest& request, const PageP
                    unsigned codePage) {
   const Decode decode = [codePage](std::string_view bytes) { return decoded(bytes, codePage); };
   const auto values = [stop](const Field& field) { return Variant(makeValueList(stop, field)); };
-  const auto cookie = [stop, decode](const Field& field) {
-    return Variant(makeCookie(stop, field.values.front(), decode));
-  };
   const auto parsed = [&](std::string_view raw, char separator, auto item) {
-    return makeCollection(stop, {parseFields(raw, separator, decode), wide(raw), item}).object();
+    return makeCollection(stop, {parseFields(raw, separator, decode), wide(raw), item});
   };
   const std::pair<std::u16string_view, Object> collections[] = {
       {u"QueryString", parsed(request.query, '&', values)},
       {u"Form", parsed(isFormBody(request) ? request.body : std::string(), '&', values)},
-      {u"Cookies", parsed(request.header("Cookie"), ';', cookie)},
+      {u"Cookies", parsed(request.header("Cookie"), ';', &textOfField)},
       {u"ServerVariables",
-       makeCollection(stop, {serverVariables(request, place), {}, &textOfField}).object()}};
+       makeCollection(stop, {serverVariables(request, place), {}, &textOfField})}};
   HostObject object = pageObject(stop);
   std::vector<Object> inOrder;
   for (const auto& [name, collection] : collections) {
@@ -119,8 +101,6 @@ Object makeRequest(const StopFlag& stop, const PageRequest& request, const PageP
     inOrder.push_back(collection);
   }
   return object
-      .property(u"TotalBytes",
-                [size = request.body.size()] { return Variant(static_cast<std::int32_t>(size)); })
       .defaultMember(
           [inOrder](Arguments arguments) -> Variant {
             for (const Object& each : inOrder) {

@@ -40,36 +40,21 @@ std::u16string httpDate(const VARIANT& value) {
 
 Object makeCookie(const StopFlag& stop, const std::shared_ptr<ResponseState>& state,
                   const std::u16string& name) {
-  // What is put to a property becomes an attribute with a value, or one that is there or not.
-  const auto attribute = [state, name](std::u16string_view label, auto valueOf) {
-    return [state, name, label, valueOf](const VARIANT& value) {
-      state->cookie(name).attributes.append(u"; ").append(label).append(u"=").append(
-          valueOf(value));
-    };
+  HostObject object = pageObject(stop);
+  // What is put to a property becomes an attribute.
+  const auto attribute = [&](std::u16string_view label, auto textOfValue) {
+    object.property(
+        label, [] { return Variant(); },
+        [state, name, textOfValue](const VARIANT& value) {
+          state->cookie(name).attributes += textOfValue(value);
+        });
   };
-  const auto flag = [state, name](std::u16string_view label) {
-    return [state, name, label](const VARIANT& value) {
-      if (int16Of(value) != 0) state->cookie(name).attributes.append(u"; ").append(label);
-    };
-  };
-  const auto nothing = [] { return Variant(); };
-  return pageObject(stop)
-      .defaultMember([](Arguments) { return Variant(); },
-                     procedure([state, name](Arguments arguments) {
-                       Cookie& cookie = state->cookie(name);
-                       if (arguments.size() == 1)
-                         cookie.value = textOf(arguments[0]);
-                       else
-                         add(cookie.keys, textOf(arguments[0]), textOf(arguments[1]));
-                     }),
-                     {0, 1})
-      .defaultName(u"Item")
-      .property(u"Path", nothing, attribute(u"path", &textOf))
-      .property(u"Domain", nothing, attribute(u"domain", &textOf))
-      .property(u"Expires", nothing, attribute(u"expires", &httpDate))
-      .property(u"Secure", nothing, flag(u"secure"))
-      .property(u"HttpOnly", nothing, flag(u"HttpOnly"))
-      .object();
+  attribute(u"Path", [](const VARIANT& value) { return u"; path=" + textOf(value); });
+  attribute(u"Expires", [](const VARIANT& value) { return u"; expires=" + httpDate(value); });
+  attribute(u"HttpOnly", [](const VARIANT& value) {
+    return std::u16string(int16Of(value) != 0 ? u"; HttpOnly" : u"");
+  });
+  return object.object();
 }
 
 }  // namespace
@@ -80,13 +65,10 @@ void ResponseState::write(std::u16string_view text) {
   body_ += bytes;
 }
 
-void ResponseState::clear() {
-  if (!buffered) refuse(u"The response is not buffered");
-  body_.resize(flushed_);
-}
+void ResponseState::clear() { body_.resize(flushed_); }
 
 void ResponseState::requireOpenHeaders() const {
-  if (committed_ || (!buffered && !body_.empty())) refuse(u"The headers have been sent already");
+  if (committed_) refuse(u"The headers have been sent already");
 }
 
 void ResponseState::setStatus(const std::u16string& status) {
@@ -113,7 +95,7 @@ Cookie& ResponseState::cookie(std::u16string_view name) {
   const auto found = std::ranges::find_if(
       cookies_, [&](const Cookie& cookie) { return equalNoCase(cookie.name, name); });
   if (found != cookies_.end()) return *found;
-  return cookies_.emplace_back(Cookie{std::u16string(name), {}, {}, {}});
+  return cookies_.emplace_back(Cookie{std::u16string(name), {}, {}});
 }
 
 PageResponse ResponseState::finished() const {
@@ -127,9 +109,6 @@ PageResponse ResponseState::finished() const {
   for (const Cookie& cookie : cookies_) {
     std::string line =
         percentEncoded(cookie.name, codePage) + "=" + percentEncoded(cookie.value, codePage);
-    for (const Field& key : cookie.keys)
-      line += (line.back() == '=' ? "" : "&") + percentEncoded(key.name, codePage) + "=" +
-              percentEncoded(key.values.back(), codePage);
     if (cookie.attributes.find(u"; path=") == std::u16string::npos) line += "; path=/";
     response.headers.emplace_back("Set-Cookie", line + headerText(cookie.attributes));
   }
@@ -182,17 +161,8 @@ Object makeResponse(const StopFlag& stop, const std::shared_ptr<ResponseState>& 
       .property(
           u"Status", [state] { return Variant(state->status()); },
           [state](const VARIANT& value) { state->setStatus(textOf(value)); })
-      .property(
-          u"CodePage", [state] { return Variant(static_cast<std::int32_t>(state->codePage)); },
-          [state](const VARIANT& value) {
-            const auto codePage = static_cast<unsigned>(int32Of(value));
-            checkCodePage(codePage);
-            state->codePage = codePage;
-          })
-      .property(
-          u"Buffer", [state] { return Variant(booleanOf(state->buffered)); },
-          [state](const VARIANT& value) { state->buffered = int16Of(value) != 0; })
-      .property(u"IsClientConnected", [] { return Variant(Boolean::True); });
+      .value(u"Buffer", Boolean::True)  // whatever is put, all is sent at the end
+      .value(u"IsClientConnected", Boolean::True);
   return addCollection(object, u"Cookies", cookies).object();
 }
 

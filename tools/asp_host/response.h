@@ -12,11 +12,10 @@
 
 namespace quendal::host {
 
-/// A cookie that a page sets: one value, or keys with values of their own.
+/// A cookie that a page sets.
 struct Cookie {
   std::u16string name;
   std::u16string value;
-  Fields keys;
   std::u16string attributes;  // "; path=/; HttpOnly"
 };
 
@@ -24,7 +23,6 @@ struct Cookie {
 class ResponseState {
  public:
   unsigned codePage = 0;
-  bool buffered = true;
   std::u16string contentType = u"text/html";
   std::u16string charset;
 

@@ -3,11 +3,11 @@
 #include <servprov.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <map>
 #include <optional>
 
+#include "automation/counted.h"
+#include "base/text.h"
 #include "page_object.h"
 
 namespace quendal::host {
@@ -61,11 +61,7 @@ const wchar_t* programIdOf(Language language) {
   return language == Language::VBScript ? L"VBScript" : L"JScript";
 }
 
-std::u16string hexadecimal(HRESULT code) {
-  std::array<char, 9> digits{};
-  std::snprintf(digits.data(), digits.size(), "%08X", static_cast<unsigned>(code));
-  return {digits.begin(), digits.end() - 1};
-}
+std::u16string hexadecimal(HRESULT code) { return hexText(static_cast<unsigned>(code), 8); }
 
 /// "Microsoft VBScript runtime error 800A000D: Type mismatch"
 std::u16string describe(const EXCEPINFO& exception) {

@@ -5,7 +5,7 @@
 
 #include <activscp.h>
 
-#include "automation/counted.h"
+#include "automation/reference.h"
 #include "page_parser.h"
 
 namespace quendal::host {
@@ -34,9 +34,9 @@ class ScriptEngine {
  private:
   void addGlobals(const wchar_t* name, const Object& object);
 
-  automation::CountedReference<ScriptSite> site_;
-  automation::CountedReference<IActiveScript> engine_;
-  automation::CountedReference<IActiveScriptParse> parser_;
+  automation::Reference<ScriptSite> site_;
+  automation::Reference<IActiveScript> engine_;
+  automation::Reference<IActiveScriptParse> parser_;
 };
 
 }  // namespace quendal::host

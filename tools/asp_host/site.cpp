@@ -26,14 +26,9 @@ constexpr FileType kTypes[] = {
     {u".htm", "text/html; charset=utf-8"},
     {u".css", "text/css; charset=utf-8"},
     {u".js", "text/javascript; charset=utf-8"},
-    {u".json", "application/json"},
     {u".txt", "text/plain"},
     {u".svg", "image/svg+xml"},
     {u".png", "image/png"},
-    {u".jpg", "image/jpeg"},
-    {u".gif", "image/gif"},
-    {u".ico", "image/x-icon"},
-    {u".woff2", "font/woff2"},
 };
 
 bool endsWith(std::u16string_view path, std::u16string_view ending) {

@@ -56,16 +56,11 @@ HostObject withContents(const StopFlag& stop, const std::shared_ptr<Contents>& c
     if (const auto found = contents->values.find(name); found != contents->values.end())
       contents->values.erase(found);
   });
-  const auto removeAll = procedure([contents](Arguments) {
-    const std::scoped_lock lock(contents->mutex);
-    contents->values.clear();
-  });
   const Object collection = pageObject(stop)
                                 .defaultMember(get, put, {1, 1})
                                 .defaultName(u"Item")
                                 .property(u"Count", [names] { return countOf(names()); })
                                 .member(u"Remove", remove, {}, {1, 1})
-                                .member(u"RemoveAll", removeAll, {}, {0, 0})
                                 .elements(names)
                                 .object();
   HostObject object = pageObject(stop);
@@ -109,16 +104,9 @@ std::shared_ptr<SessionState> Sessions::find(std::string_view key) {
   return session;
 }
 
-void Sessions::leave(const SessionState& session) {
-  const std::scoped_lock lock(mutex_);
-  if (session.abandoned) kept_.erase(session.key);
-}
-
 Object makeSession(const StopFlag& stop, std::shared_ptr<SessionState> session) {
   return withContents(stop, {session, &session->contents})
       .property(u"SessionID", [session] { return Variant(session->id); })
-      .member(u"Abandon", procedure([session](Arguments) { session->abandoned = true; }), {},
-              {0, 0})
       .object();
 }
 

@@ -1,8 +1,6 @@
 // What outlives a page: the contents of the application and of each session.
 #pragma once
 
-#include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <map>
@@ -10,20 +8,11 @@
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "base/characters.h"
+#include "base/name_order.h"
 #include "page_object.h"
 
 namespace quendal::host {
-
-/// Orders names without regard to the case of A to Z.
-struct NameOrder {
-  using is_transparent = void;
-  bool operator()(std::u16string_view a, std::u16string_view b) const noexcept {
-    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
-  }
-};
 
 /// Named values that pages on all threads share.
 struct Contents {
@@ -48,7 +37,6 @@ struct SessionState {
   std::string key;      // of the cookie, unguessable
   std::int32_t id = 0;  // as the page sees it
   Contents contents;
-  std::atomic<bool> abandoned = false;
 };
 
 /// The sessions of a site, kept for twenty minutes after their last page.
@@ -56,8 +44,6 @@ class Sessions {
  public:
   /// The session of a key, or a new one.
   [[nodiscard]] std::shared_ptr<SessionState> find(std::string_view key);
-  /// At a page's end: forgets a session that was abandoned.
-  void leave(const SessionState& session);
 
  private:
   using Clock = std::chrono::steady_clock;

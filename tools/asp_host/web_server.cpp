@@ -9,6 +9,7 @@
 #include <boost/beast/version.hpp>
 
 #include <cstdio>
+#include <memory>
 #include <optional>
 
 #include "apartment_pool.h"
@@ -42,7 +43,7 @@ void tell(FILE* stream, const std::string& line) {
 /// Awaits with failures as a value.
 auto into(error_code& error) { return asio::redirect_error(asio::use_awaitable, error); }
 
-class WebServer {
+class WebServer : public std::enable_shared_from_this<WebServer> {
  public:
   explicit WebServer(const WebServerOptions& options)
       : options_(options),
@@ -82,47 +83,28 @@ class WebServer {
       RequestParser parser;
       parser.body_limit(kLongestBody);
       stream.expires_after(kReadTime);
-      std::optional<PageResponse> response = co_await receive(stream, buffer, parser);
-      goOn = !response.has_value() && parser.is_done();
-      if (!response && !goOn) co_return;
-      if (!response) {
-        stream.expires_never();
-        response = co_await answer(parser.get());
-      }
+      error_code error;
+      co_await http::async_read(stream, buffer, parser, into(error));
+      std::optional<PageResponse> response = refusalOf(error);
+      if (error && !response) co_return;  // the client is gone
+      stream.expires_never();
+      if (!response) response = co_await answer(parser.get());
       stream.expires_after(kReadTime);
-      goOn = co_await send(stream, parser.get(), std::move(*response), goOn);
+      goOn = co_await send(stream, parser.get(), std::move(*response), !error);
     }
     co_await drain(stream);
   }
 
-  /// Reads a request. Returns what to answer when it is refused; nothing also when the client is
-  /// gone and the request is not complete.
-  asio::awaitable<std::optional<PageResponse>> receive(beast::tcp_stream& stream,
-                                                       beast::flat_buffer& buffer,
-                                                       RequestParser& parser) {
-    error_code error;
-    co_await http::async_read_header(stream, buffer, parser, into(error));
-    if (!error) {
-      const auto& request = parser.get();
-      const auto transfer = request[http::field::transfer_encoding];
-      const auto content = request[http::field::content_encoding];
-      if (!transfer.empty() && !beast::iequals(transfer, "chunked"))
-        co_return errorResponse(501, "The transfer encoding is not known.");
-      if (!content.empty() && !beast::iequals(content, "identity"))
-        co_return errorResponse(415, "Bodies are taken as they are.");
-      if (beast::iequals(request[http::field::expect], "100-continue")) {
-        http::response<http::empty_body> goAhead(http::status::continue_, 11);
-        co_await http::async_write(stream, goAhead, into(error));
-      }
-      co_await http::async_read(stream, buffer, parser, into(error));
-    }
-    if (error == http::error::body_limit) co_return errorResponse(413, "A body has 4 MB at most.");
-    if (error == http::error::header_limit) co_return errorResponse(431);
+  /// What to answer for a request that cannot be read; nothing when the client is gone.
+  static std::optional<PageResponse> refusalOf(error_code error) {
+    if (error == http::error::body_limit) return errorResponse(413, "A body has 4 MB at most.");
+    if (error == http::error::header_limit) return errorResponse(431);
     const bool isGone =
         error == http::error::end_of_stream || error == http::error::partial_message;
-    if (!isGone && error.category() == http::make_error_code(http::error::bad_method).category())
-      co_return errorResponse(400, error.message());
-    co_return std::nullopt;
+    const bool isMalformed =
+        error.category() == http::make_error_code(http::error::bad_method).category();
+    if (!error || isGone || !isMalformed) return std::nullopt;
+    return errorResponse(400, error.message());
   }
 
   asio::awaitable<PageResponse> answer(const http::request<http::string_body>& request) {
@@ -130,11 +112,6 @@ class WebServer {
       co_return errorResponse(501, "The method is not known.");
     const bool isRead = request.method() == http::verb::get || request.method() == http::verb::head;
     const Target target = findTarget(options_.root, text(request.target()), options_.showLogs);
-    const auto refuse = [](std::string_view allowed) {
-      PageResponse response = errorResponse(405);
-      response.headers.emplace_back("Allow", allowed);
-      return response;
-    };
     switch (target.kind) {
       case Target::Kind::Malformed:
         co_return errorResponse(400, "The path cannot be read.");
@@ -149,10 +126,10 @@ class WebServer {
         co_return response;
       }
       case Target::Kind::File:
-        if (!isRead) co_return refuse("GET, HEAD");
+        if (!isRead) co_return errorResponse(405);
         co_return fileResponse(target.place.file());
       case Target::Kind::Page:
-        if (!isRead && request.method() != http::verb::post) co_return refuse("GET, HEAD, POST");
+        if (!isRead && request.method() != http::verb::post) co_return errorResponse(405);
         co_return co_await runPage(pageRequest(request, target), target.place);
     }
     co_return errorResponse(500);
@@ -176,10 +153,11 @@ class WebServer {
     auto page = std::make_shared<PageRun>(std::move(request), std::move(place), shared_,
                                           options_.scriptTimeout);
     const auto start = [this, page](auto handler) {
-      // Answers come from the page's thread; the connection goes on here.
+      // Answers come from the page's thread, which keeps what it answers to; the connection goes on
+      // here.
       const auto resume = std::make_shared<decltype(handler)>(std::move(handler));
-      const auto answer = [this, resume](PageResponse response) {
-        asio::post(context_, [resume, response = std::move(response)]() mutable {
+      const auto answer = [self = shared_from_this(), resume](PageResponse response) {
+        asio::post(self->context_, [resume, response = std::move(response)]() mutable {
           std::move (*resume)(std::move(response));
         });
       };
@@ -229,11 +207,11 @@ class WebServer {
   asio::ip::tcp::acceptor acceptor_;
   std::uint16_t port_ = 0;
   std::size_t connections_ = 0;
-  ApartmentPool pool_;  // goes first, while its pages can still answer
+  ApartmentPool pool_;
 };
 
 }  // namespace
 
-void serve(const WebServerOptions& options) { WebServer(options).serve(); }
+void serve(const WebServerOptions& options) { std::make_shared<WebServer>(options)->serve(); }
 
 }  // namespace quendal::host

@@ -9,47 +9,27 @@
 namespace quendal {
 namespace {
 
-constexpr std::string_view kBlockEnd = "\n```\n";
-
-/// Removes what begins so at a line's start, and returns what follows up to the end, which stays
-/// where it is unless it is that of a block. Empty when nothing begins so.
-std::string take(std::string& text, std::string_view begin, std::string_view end) {
-  const std::size_t place = text.find("\n" + std::string(begin));
-  if (place == std::string::npos) return {};
-  const std::size_t start = place + 1 + begin.size();
-  const std::size_t stop = text.find(end, start);
-  if (stop == std::string::npos) throw std::runtime_error("the block has no end");
-  const std::string taken = text.substr(start, stop - start);
-  text.erase(place, stop + (end == kBlockEnd ? end.size() - 1 : 0) - place);
-  return taken;
+/// Removes what a line begins with. False when it begins otherwise.
+bool skip(std::string& line, std::string_view start) {
+  if (!line.starts_with(start)) return false;
+  line.erase(0, start.size());
+  return true;
 }
 
-/// An entry of the text from its heading's names on.
-Entry readEntry(std::string text) {
-  Entry entry;
-  std::istringstream heading(text.substr(0, text.find('\n')));
-  for (std::string name; std::getline(heading >> std::ws, name, ',');) entry.names.push_back(name);
-  text = text.substr(std::min(text.find('\n'), text.size())) + "\n\n";
-  entry.example = take(text, "```vbscript\n", kBlockEnd);
-  entry.output = take(text, "```text\n", kBlockEnd);
-  entry.result = take(text, "Result: ", "\n\n");
-  entry.errors = take(text, "Errors: ", "\n\n");
-  std::istringstream meanings(take(text, "- `", "\n\n"));
-  std::string* meaning = nullptr;  // goes on in the lines that begin no other
-  for (std::string line; std::getline(meanings, line);) {
-    const std::size_t start = line.starts_with("- `") ? 3 : 0;
-    if (meaning != nullptr && start == 0) {
-      meaning->append('\n' + line);
-      continue;
-    }
-    const std::size_t middle = line.find("`: ", start);
-    if (middle == std::string::npos) throw std::runtime_error("no colon in " + line);
-    meaning = &entry.meanings[line.substr(start, middle - start)];
-    *meaning = line.substr(middle + 3);
-  }
-  const std::size_t first = std::min(text.find_first_not_of('\n'), text.size());
-  entry.notes = text.substr(first, text.find_last_not_of('\n') + 1 - first);
-  return entry;
+/// Where the text that a line begins belongs, the line without its mark; null when it has none.
+std::string* textFor(Entry& entry, std::string& line) {
+  if (skip(line, "Result: ")) return &entry.result;
+  if (skip(line, "Errors: ")) return &entry.errors;
+  const std::size_t colon = line.find("`: ");
+  if (!line.starts_with("- `") || colon == std::string::npos) return nullptr;
+  std::string& meaning = entry.meanings[line.substr(3, colon - 3)];
+  line.erase(0, colon + 3);
+  return &meaning;
+}
+
+/// Removes the line end at a text's end.
+void trim(std::string& text) {
+  if (text.ends_with('\n')) text.pop_back();
 }
 
 }  // namespace
@@ -66,24 +46,37 @@ void Piece::fail(const std::string& about, const std::string& what) const {
 }
 
 Piece readPiece(const std::filesystem::path& path) {
-  std::ostringstream content;
-  content << std::ifstream(path).rdbuf();
-  const std::string text = content.str();
-  Piece piece;
-  piece.file = path.filename().string();
-  if (!text.starts_with("# ")) piece.fail("the first line", "is no heading");
-  constexpr std::string_view kHeading = "\n## ";
-  std::size_t start = 2;
-  for (bool isFirst = true; start < text.size(); isFirst = false) {
-    const std::size_t end = std::min(text.find(kHeading, start), text.size());
-    const std::string section = text.substr(start, end - start);
-    try {
-      (isFirst ? piece.opening : piece.entries.emplace_back()) = readEntry(section);
-    } catch (const std::runtime_error& error) {
-      piece.fail(section.substr(0, section.find('\n')), error.what());
+  std::ifstream stream(path);
+  Piece piece{.file = path.filename().string(), .opening = {}, .entries = {}};
+  std::string line;
+  if (!std::getline(stream, line) || !line.starts_with("# "))
+    piece.fail("the first line", "is no heading");
+  Entry* entry = &piece.opening;
+  std::string* text = &entry->notes;
+  bool isBlock = false;
+  while (std::getline(stream, line)) {
+    if (line == "```vbscript" || line == "```text") {
+      text = line == "```text" ? &entry->output : &entry->example;
+      isBlock = true;
+    } else if (isBlock && line == "```") {
+      isBlock = false;
+    } else if (!isBlock && skip(line, "## ")) {
+      entry = &piece.entries.emplace_back();
+      text = &entry->notes;
+      std::istringstream names(line);
+      for (std::string name; std::getline(names >> std::ws, name, ',');)
+        entry->names.push_back(name);
+    } else if (!isBlock && line.empty()) {
+      text = &entry->notes;
+      text->append(text->empty() || text->ends_with('\n') ? "" : "\n");
+    } else {
+      if (std::string* begun = isBlock ? nullptr : textFor(*entry, line)) text = begun;
+      text->append(text->empty() ? "" : "\n").append(line);
     }
-    start = end + kHeading.size();
   }
+  if (isBlock) piece.fail(entry->names.at(0), "the block has no end");
+  trim(piece.opening.notes);
+  for (Entry& each : piece.entries) trim(each.notes);
   return piece;
 }
 

@@ -22,9 +22,7 @@ namespace quendal {
 struct Entry {
   std::vector<std::string> names;               // as the heading lists them
   std::map<std::string, std::string> meanings;  // of parameters, or of an enumeration's members
-  std::string notes;
-  std::string result;
-  std::string errors;
+  std::string notes, result, errors;
   std::string example;  // for the class: the preamble of its examples
   std::string output;
 };

@@ -97,6 +97,16 @@ std::string wayTo(const ClassIdentity& identity) {
   return ways.empty() ? "not reached by pages" : ways;
 }
 
+/// The anchor that a heading of this text gets.
+std::string anchorOf(const std::string& title) {
+  std::string anchor;
+  for (const char c : title) {
+    if (c == ' ') anchor += '-';
+    if (isLetter(c) || isDigit(c) || c == '_') anchor += asciiLower(c);
+  }
+  return anchor;
+}
+
 /// A class with the words about it.
 class ClassText {
  public:
@@ -113,7 +123,7 @@ class ClassText {
       }
   }
 
-  [[nodiscard]] std::string text() {
+  [[nodiscard]] std::string text() const {
     const ClassIdentity& identity = class_.identity();
     std::string text = "## " + name_ + "\n\n" + narrow(identity.help) + " Interface " +
                        code(identity.interfaceName) + ", class identifier " +
@@ -129,8 +139,6 @@ class ClassText {
     if (!piece_.opening.example.empty())
       text += "The examples begin with:\n\n" + block("vbscript", piece_.opening.example);
     for (const Entry& entry : piece_.entries) text += entryText(entry);
-    for (const auto& [name, meaning] : piece_.opening.meanings)
-      if (!sharedUsed_.contains(name)) piece_.fail(name, "no entry needs this parameter");
     return text;
   }
 
@@ -164,26 +172,14 @@ class ClassText {
     return name_ + '.' + list;
   }
 
-  /// The anchor that a heading of this text gets.
-  static std::string anchorOf(const std::string& title) {
-    std::string anchor;
-    for (const char c : title) {
-      if (c == ' ') anchor += '-';
-      if (isLetter(c) || isDigit(c) || c == '_') anchor += asciiLower(c);
-    }
-    return anchor;
+  [[nodiscard]] const std::string& meaningOf(const std::string& name, const Entry& entry) const {
+    for (const Entry* words : {&entry, &piece_.opening})
+      if (const auto found = words->meanings.find(name); found != words->meanings.end())
+        return found->second;
+    piece_.fail(entry.names[0], "says nothing of its parameter " + name);
   }
 
-  const std::string& meaningOf(const std::string& name, const Entry& entry) {
-    if (const auto own = entry.meanings.find(name); own != entry.meanings.end()) return own->second;
-    const auto shared = piece_.opening.meanings.find(name);
-    if (shared == piece_.opening.meanings.end())
-      piece_.fail(entry.names[0], "says nothing of its parameter " + name);
-    sharedUsed_.insert(name);
-    return shared->second;
-  }
-
-  std::string entryText(const Entry& entry) {
+  [[nodiscard]] std::string entryText(const Entry& entry) const {
     std::string calls, rows, results;
     std::set<std::string> parameters;  // those of an entry's members are the same
     for (const MemberRow& member : class_.members()) {
@@ -214,10 +210,8 @@ class ClassText {
 
   [[nodiscard]] std::string exampleText(const Entry& entry) const {
     const std::string& about = entry.names[0];
-    const bool reachable = !piece_.opening.example.empty();
-    if (reachable == entry.example.empty())
-      piece_.fail(about, reachable ? "has no example" : "has an example, but no preamble");
-    if (!reachable) return {};
+    if (piece_.opening.example.empty()) return {};
+    if (entry.example.empty()) piece_.fail(about, "has no example");
     if (entry.output.empty()) piece_.fail(about, "does not say what the example prints");
     for (const std::string& name : entry.names)
       if (!containsNoCase(widen(entry.example), widen("." + name)))
@@ -228,7 +222,6 @@ class ClassText {
   const ClassDescription& class_;
   std::string name_;
   Piece piece_;
-  std::set<std::string> sharedUsed_;  // of the opening's meanings
 };
 
 std::string enumerationsText(const Piece& piece) {
@@ -259,10 +252,8 @@ std::string referenceText(const std::filesystem::path& pieces) {
   std::string contents = "| Class | | |\n|---|---|---|\n", classes;
   for (const CatalogueEntry& entry : catalogue()) {
     const ClassIdentity& identity = entry.description.identity();
-    std::string anchor = narrow(identity.name);
-    std::ranges::transform(anchor, anchor.begin(), asciiLower);
-    contents += "| [" + code(identity.name) + "](#" + anchor + ") | " + narrow(identity.help) +
-                " | " + wayTo(identity) + " |\n";
+    contents += "| [" + code(identity.name) + "](#" + anchorOf(narrow(identity.name)) + ") | " +
+                narrow(identity.help) + " | " + wayTo(identity) + " |\n";
     classes += ClassText(entry.description, pieces).text();
   }
   std::string text =

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "automation/posix/ref_counted.h"
+#include "automation/counted.h"
 #include "automation/posix/variants.h"
 
 namespace quendal::automation {
@@ -11,13 +11,13 @@ namespace {
 
 using SharedArray = std::shared_ptr<SAFEARRAY>;  // by an enumerator and its clones
 
-class ArrayEnumerator final : public RefCounted<IEnumVARIANT> {
+class ArrayEnumerator final : public Counted<IEnumVARIANT> {
  public:
   ArrayEnumerator(SharedArray array, ULONG position) noexcept
       : array_(std::move(array)), position_(position) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    return answerFor<IEnumVARIANT>(this, IID_IEnumVARIANT, iid, object);
+    return answer(iid, {{IID_IEnumVARIANT, this}}, object);
   }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* fetched) override {
@@ -50,8 +50,11 @@ class ArrayEnumerator final : public RefCounted<IEnumVARIANT> {
 
   HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override {
     if (copy == nullptr) return E_POINTER;
-    *copy = makeObject<ArrayEnumerator>(array_, position_);
-    return *copy == nullptr ? E_OUTOFMEMORY : S_OK;
+    *copy = nullptr;
+    return guarded([&] {
+      *copy = makeCounted<ArrayEnumerator>(array_, position_).release();
+      return S_OK;
+    });
   }
 
  private:
@@ -66,7 +69,8 @@ class ArrayEnumerator final : public RefCounted<IEnumVARIANT> {
 HRESULT enumerateArray(SAFEARRAY* taken, IUnknown** enumerator) noexcept {
   *enumerator = nullptr;
   return guarded([&] {  // an owner that cannot be made destroys the array
-    *enumerator = new ArrayEnumerator(SharedArray(taken, &SafeArrayDestroy), 0);
+    *enumerator =
+        makeCounted<ArrayEnumerator>(SharedArray(taken, &SafeArrayDestroy), ULONG{0}).release();
     return S_OK;
   });
 }

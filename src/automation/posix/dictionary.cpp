@@ -55,25 +55,29 @@ bool isLockedArray(const VARIANT& value) noexcept {
 }  // namespace
 
 HRESULT Dictionary::QueryInterface(REFIID iid, void** object) {
-  if (object == nullptr) return E_POINTER;
-  if (iid == kIidOwnDictionary) {
-    *object = this;
-  } else if (iid == kIidDictionary || iid == IID_IDispatch || iid == IID_IUnknown) {
-    *object = static_cast<IDictionary*>(this);
-  } else if (iid == IID_ISupportErrorInfo) {
-    *object = static_cast<ISupportErrorInfo*>(this);
-  } else {
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  AddRef();
-  return S_OK;
+  auto* own = static_cast<IDictionary*>(this);
+  return answer(iid,
+                {{kIidDictionary, own},
+                 {IID_IDispatch, own},
+                 {kIidOwnDictionary, own},
+                 {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(this)}},
+                object);
+}
+
+Dictionary* Dictionary::make() noexcept {
+  Dictionary* made = nullptr;
+  static_cast<void>(guarded([&] {
+    made = makeCounted<Dictionary>().release();
+    return S_OK;
+  }));
+  return made;
 }
 
 Dictionary* Dictionary::ownOf(IUnknown& object) noexcept {
   void* own = nullptr;
-  return SUCCEEDED(object.QueryInterface(kIidOwnDictionary, &own)) ? static_cast<Dictionary*>(own)
-                                                                   : nullptr;
+  return SUCCEEDED(object.QueryInterface(kIidOwnDictionary, &own))
+             ? static_cast<Dictionary*>(static_cast<IDictionary*>(own))
+             : nullptr;
 }
 
 HRESULT Dictionary::InterfaceSupportsErrorInfo(REFIID iid) {

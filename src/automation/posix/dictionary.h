@@ -3,9 +3,9 @@
 
 #include <cstdint>
 
+#include "automation/counted.h"
 #include "automation/dictionary_abi.h"
 #include "automation/posix/dictionary_table.h"
-#include "automation/posix/ref_counted.h"
 #include "automation/posix/teardown.h"
 
 namespace quendal::automation {
@@ -13,9 +13,13 @@ namespace quendal::automation {
 /// Which keys are the same is told in dictionary_key.h. Failures of the members set the thread's
 /// error information: 457 for a key that exists, 32811 for one that does not, 5 for a compare mode
 /// that cannot be set.
-class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, private Teardown {
+class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private Teardown {
  public:
   Dictionary() noexcept { run = &destroyAll; }
+  ~Dictionary() override = default;
+
+  /// A new one with one reference, which the caller owns. Null when memory is short.
+  [[nodiscard]] static Dictionary* make() noexcept;
 
   /// Adds an item under a text without copying them: both belong to the dictionary from here on, on
   /// failure too. Error 457 when the key exists.
@@ -68,7 +72,6 @@ class Dictionary final : public RefCounted<IDictionary, ISupportErrorInfo>, priv
     std::uint32_t hash = 0;
   };
 
-  ~Dictionary() override = default;
   void destroy() noexcept override { tearDown(*this); }
   static void destroyAll(Teardown& self) noexcept { delete static_cast<Dictionary*>(&self); }
 

@@ -1,7 +1,6 @@
 #include "automation/dictionary_access.h"
 
 #include "automation/posix/dictionary.h"
-#include "automation/posix/ref_counted.h"
 
 namespace quendal::automation {
 
@@ -11,7 +10,7 @@ DictionaryMaker::DictionaryMaker() noexcept = default;
 DictionaryMaker::~DictionaryMaker() = default;
 
 IDictionary* DictionaryMaker::make(std::size_t entries) noexcept {
-  auto* dictionary = makeObject<Dictionary>();
+  auto* dictionary = Dictionary::make();
   if (dictionary != nullptr) dictionary->reserve(entries);
   return dictionary;
 }

@@ -3,20 +3,21 @@
 #include <algorithm>
 #include <array>
 
+#include "automation/counted.h"
 #include "automation/posix/dictionary.h"
-#include "automation/posix/ref_counted.h"
 #include "automation/posix/strings.h"
+#include "automation/posix/variants.h"
 
 namespace quendal::automation {
 namespace {
 
 // Type information that knows a class's name and nothing else.
-class ClassName final : public RefCounted<ITypeInfo> {
+class ClassName final : public Counted<ITypeInfo> {
  public:
   explicit ClassName(std::u16string_view name) : name_(name) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    return answerFor<ITypeInfo>(this, IID_ITypeInfo, iid, object);
+    return answer(iid, {{IID_ITypeInfo, this}}, object);
   }
 
   HRESULT STDMETHODCALLTYPE GetDocumentation(MEMBERID id, BSTR* name, BSTR* help, DWORD* context,
@@ -61,13 +62,16 @@ HRESULT memberId(IDispatch* object, std::u16string_view name, DISPID* id) noexce
   return object->GetIDsOfNames(IID_NULL, &names, 1, 0, id);
 }
 
-IDispatch* newDictionary() noexcept { return makeObject<Dictionary>(); }
+IDispatch* newDictionary() noexcept { return Dictionary::make(); }
 
 HRESULT typeInformation(REFIID, REFCLSID, std::u16string_view className,
                         ITypeInfo** info) noexcept {
   if (info == nullptr) return E_POINTER;
-  *info = makeObject<ClassName>(className);
-  return *info == nullptr ? E_OUTOFMEMORY : S_OK;
+  *info = nullptr;
+  return guarded([&] {
+    *info = makeCounted<ClassName>(className).release();
+    return S_OK;
+  });
 }
 
 }  // namespace quendal::automation

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "automation/posix/ref_counted.h"
+#include "automation/counted.h"
 #include "automation/posix/variants.h"
 #include "automation/reference.h"
 
@@ -25,20 +25,13 @@ HRESULT copy(const Text& field, BSTR* out) noexcept {
   });
 }
 
-class ErrorInfo final : public RefCounted<ICreateErrorInfo, IErrorInfo> {
+class ErrorInfo final : public Counted<ICreateErrorInfo, IErrorInfo> {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    if (iid == IID_ICreateErrorInfo || iid == IID_IUnknown) {
-      *object = static_cast<ICreateErrorInfo*>(this);
-    } else if (iid == IID_IErrorInfo) {
-      *object = static_cast<IErrorInfo*>(this);
-    } else {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    AddRef();
-    return S_OK;
+    return answer(iid,
+                  {{IID_ICreateErrorInfo, static_cast<ICreateErrorInfo*>(this)},
+                   {IID_IErrorInfo, static_cast<IErrorInfo*>(this)}},
+                  object);
   }
 
   HRESULT STDMETHODCALLTYPE SetGUID(REFGUID guid) override {
@@ -98,6 +91,9 @@ HRESULT GetErrorInfo(ULONG, IErrorInfo** info) noexcept {
 
 HRESULT CreateErrorInfo(ICreateErrorInfo** info) noexcept {
   if (info == nullptr) return E_INVALIDARG;
-  *info = makeObject<ErrorInfo>();
-  return *info == nullptr ? E_OUTOFMEMORY : S_OK;
+  *info = nullptr;
+  return guarded([&] {
+    *info = makeCounted<ErrorInfo>().release();
+    return S_OK;
+  });
 }

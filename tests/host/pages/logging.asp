@@ -1,25 +1,15 @@
 <%@ CodePage=65001 %>
 <%
 ' A page's run with its log, which the page shows itself.
-Dim logger, files, stream
+Dim logger, files, stream, line, at
 Set logger = Server.CreateObject("QUENDAL_REPORTS_ASP.LOGGING")
-Response.ContentType = "text/plain"
 Response.Write TypeName(logger) & " " & logger.IsASP & " " & logger.RemoteIP & " " & Replace(logger.Path, Server.MapPath("."), "~") & vbCrLf
 Set files = Server.CreateObject("Scripting.FileSystemObject")
 If files.FileExists(logger.Path & logger.FileName) Then files.DeleteFile logger.Path & logger.FileName
 logger.WriteASPStart
-logger.StartGroup 2
-logger.WriteParam 2, "Report", Request.QueryString("report")
-logger.EndGroup 2
-On Error Resume Next
-Err.Raise 11, "logging.asp", "Division by zero"
-logger.LogMSError 2, Err, "It is trapped"
-On Error GoTo 0
 logger.LogServerVariables
-logger.WriteASPEnd
 Set stream = files.OpenTextFile(logger.Path & logger.FileName, 1, False, -1)
 Do Until stream.AtEndOfStream
-  Dim line, at
   line = stream.ReadLine
   at = InStr(line, "10.9.8.7 LOGGING.ASP")
   If at > 0 Then Response.Write Replace(Mid(line, at), Server.MapPath("/"), "~") & vbCrLf

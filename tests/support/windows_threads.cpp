@@ -2,8 +2,7 @@
 
 #include <cstdlib>
 
-#include "support/apartment_thread.h"
-#include "support/small_stack.h"
+#include "support/threads.h"
 
 namespace quendal::test {
 namespace {
@@ -15,6 +14,9 @@ DWORD WINAPI run(void* argument) {
 }
 
 }  // namespace
+
+ApartmentThread::ApartmentThread() { CoInitialize(nullptr); }
+ApartmentThread::~ApartmentThread() { CoUninitialize(); }
 
 void onSmallStack(const std::function<void()>& work) {
   HANDLE thread = CreateThread(nullptr, 262144, run, const_cast<std::function<void()>*>(&work),

@@ -2,9 +2,12 @@
 
 #include <cstdlib>
 
-#include "support/small_stack.h"
+#include "support/threads.h"
 
 namespace quendal::test {
+
+ApartmentThread::ApartmentThread() = default;
+ApartmentThread::~ApartmentThread() {}
 
 void onSmallStack(const std::function<void()>& work) {
   const auto run = [](void* argument) -> void* {

@@ -1,4 +1,0 @@
-<% Server.ScriptTimeout = 1
-Do
-  n = n + 1
-Loop %>

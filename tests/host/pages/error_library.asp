@@ -1,6 +1,0 @@
-<%
-Dim functions
-Set functions = Server.CreateObject("QUENDAL_REPORTS_ASP.FUNCTIONS")
-
-functions.JSON.Decode "{"
-%>
