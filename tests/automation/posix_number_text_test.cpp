@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <random>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "automation/posix/number_text.h"
 
@@ -16,6 +16,12 @@ namespace {
 std::string textOf(double value) {
   const automation::NumberText text = automation::realText(value, 15);
   return {text.view().begin(), text.view().end()};
+}
+
+void expectExact(const std::string& text) {
+  const auto read = automation::parseNumber(std::u16string(text.begin(), text.end()));
+  ASSERT_TRUE(read) << text;
+  EXPECT_EQ(automation::toReal(*read), std::strtod(text.c_str(), nullptr)) << text;
 }
 
 TEST(PosixNumberText, RoundsDoublesToFifteenDigits) {
@@ -32,21 +38,19 @@ TEST(PosixNumberText, RoundsDoublesToFifteenDigits) {
       const std::string text = textOf(value);
       ASSERT_EQ(std::strtod(text.c_str(), nullptr), std::strtod(rounded, nullptr)) << text;
       ASSERT_LE(text.size(), 22U) << text;
-      const auto read = automation::parseNumber(std::u16string(text.begin(), text.end()));
-      ASSERT_TRUE(read) << text;
-      ASSERT_EQ(automation::toReal(*read), std::strtod(rounded, nullptr)) << text;
+      expectExact(text);
     }
   }
 }
 
 TEST(PosixNumberText, HasTwoForms) {
-  EXPECT_EQ(textOf(0.00001), "0.00001");
-  EXPECT_EQ(textOf(-1.234567E-9), "-0.000000001234567");
-  EXPECT_EQ(textOf(1.0 / 30), "3.33333333333333E-02");
-  EXPECT_EQ(textOf(5E-16), "5E-16");
-  EXPECT_EQ(textOf(-1e15), "-1E+15");
-  EXPECT_EQ(textOf(1e14 + 0.5), "100000000000000");
-  EXPECT_EQ(textOf(-HUGE_VAL), "-1.#INF");
+  const std::pair<double, const char*> rows[] = {
+      {0.00001, "0.00001"},   {-1.234567E-9, "-0.000000001234567"},
+      {5E-16, "5E-16"},       {1.0 / 30, "3.33333333333333E-02"},
+      {-1e15, "-1E+15"},      {1e14 + 0.5, "100000000000000"},
+      {-HUGE_VAL, "-1.#INF"},
+  };
+  for (const auto& [value, text] : rows) EXPECT_EQ(textOf(value), text);
 }
 
 TEST(PosixNumberText, LongNumeralsAreReadExactly) {
@@ -55,12 +59,8 @@ TEST(PosixNumberText, LongNumeralsAreReadExactly) {
         "9007199254740993.00000000000000000000000000000000000000000000000001",
         "0.1000000000000000055511151231257827021181583404541015625", "2.2250738585072011e-308",
         "1.7976931348623158e308", "4.9e-324", "0e999", "1e-999",
-        "123456789012345678901234567890123456789012345e-40"}) {
-    const std::string narrow(numeral);
-    const auto read = automation::parseNumber(std::u16string(narrow.begin(), narrow.end()));
-    ASSERT_TRUE(read) << numeral;
-    EXPECT_EQ(automation::toReal(*read), std::strtod(numeral, nullptr)) << numeral;
-  }
+        "123456789012345678901234567890123456789012345e-40"})
+    expectExact(numeral);
   // A half is one only when nothing follows it, however far away.
   const auto rounded = [](std::u16string_view text) {
     return static_cast<int>(*automation::roundTo(*automation::parseNumber(text), 0));
