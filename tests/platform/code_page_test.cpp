@@ -7,28 +7,17 @@
 namespace quendal::platform {
 namespace {
 
-bool isWestern() { return fromCodePage("\x80\xE9") == u"€é"; }
-
-TEST(CodePage, EveryByteOfWindows1252ComesBack) {
-  if (!isWestern()) GTEST_SKIP() << "the system's code page is not 1252";
+TEST(CodePage, OneByteForEachUnit) {
+  if (fromCodePage("\x80\xE9") != u"€é") GTEST_SKIP() << "the system's code page is not 1252";
   std::string all;
   for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
   const std::u16string text = fromCodePage(all);
   EXPECT_EQ(toCodePage(text), all);
   EXPECT_EQ(text.substr(0x80, 32), u"€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008dŽ\u008f\u0090‘’“”•–—˜™š›œ\u009džŸ");
-}
-
-TEST(CodePage, OneByteForEachUnit) {
-  if (!isWestern()) GTEST_SKIP() << "the system's code page is not 1252";
-  EXPECT_EQ(toCodePage(u"Güt € é日é a😀b"), "G\xFCt \x80 \xE9?\xE9 a??b");
-  EXPECT_EQ(toCodePage(std::u16string{u'é', 0xD800, u'é'}), "\xE9?\xE9");
-  const std::u16string withNul(u"é\0b", 3);
-  EXPECT_EQ(toCodePage(withNul), std::string("\xE9\0b", 3));
-  EXPECT_EQ(fromCodePage(std::string_view("\xE9\0b", 3)), withNul);
-
-  const std::u16string longText = std::u16string(3u << 20, u'é') + u"😀" + std::u16string(5, u'é');
-  const std::string longBytes = std::string(3u << 20, '\xE9') + "??" + std::string(5, '\xE9');
-  EXPECT_TRUE(toCodePage(longText) == longBytes);
+  EXPECT_EQ(toCodePage(std::u16string{u'é', u'日', 0xD800, u'é'}), "\xE9??\xE9");
+  // More than the system takes at once, and a pair, which has two bytes.
+  const std::u16string many(3u << 20, u'é');
+  EXPECT_TRUE(toCodePage(many + u"😀é") == std::string(many.size(), '\xE9') + "??\xE9");
 }
 
 TEST(Utf8, TextComesBack) {

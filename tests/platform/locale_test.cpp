@@ -14,40 +14,26 @@
 namespace quendal::platform {
 namespace {
 
-bool isAmericanEnglish() {
-  return localeText(0x1001) == u"English" && localeText(0x1002) == u"United States";
-}
-
-TEST(Locale, TextsOfAmericanEnglish) {
-  if (!isAmericanEnglish()) GTEST_SKIP() << "the user's locale is not English (United States)";
-  test::forEachPair(
-      u"0E=.|0F=,|10=3;0|11=2|12=1|14=$|1D=/|1E=:|1F=M/d/yyyy|20=dddd, MMMM d, yyyy|28=AM|29=PM"
-      u"|2A=Monday|30=Sunday|31=Mon|37=Sun|38=January|43=December|44=Jan|4F=Dec|50=|51=-|52=3|53=0"
-      u"|1003=h:mm:ss tt|0FFF=",
-      [](std::u16string_view item, const std::string& text) {
-        const auto number = static_cast<std::uint32_t>(std::stoul(toUtf8(item), nullptr, 16));
-        EXPECT_EQ(toUtf8(localeText(number)), text);
-      });
-}
-
-double at(int day, int hour, int minute, int second) {
-  const double time = (hour * 3600 + minute * 60 + second) / 86400.0;
-  return day < 0 ? day - time : day + time;
-}
-
-TEST(Locale, FormatsDates) {
-  if (!isAmericanEnglish()) GTEST_SKIP() << "the user's locale is not English (United States)";
+TEST(Locale, FormatsDatesOfAmericanEnglish) {
+  if (localeText(0x1002) != u"United States")
+    GTEST_SKIP() << "the user's locale is not English (United States)";
+  // Days, and the halves of one.
+  test::forEachPair(u"28=AM|29=PM|2A=Monday|30=Sunday|31=Mon|37=Sun|0FFF=",
+                    [](std::u16string_view item, const std::string& text) {
+                      const auto number =
+                          static_cast<std::uint32_t>(std::stoul(toUtf8(item), nullptr, 16));
+                      EXPECT_EQ(toUtf8(localeText(number)), text);
+                    });
   constexpr std::u16string_view kStamp = u"dd MMM yyyy HH:nn:ss";
   const struct {
     double date;
     std::u16string_view pattern;
     const char* text;
   } kCases[] = {
-      {at(46341, 23, 34, 35), kStamp, "15 Nov 2026 23:34:35"},
-      {46341.5, u"d MM yyy H n s", "d MM yyy H n s"},     // not elements of ours
-      {at(-1, 6, 0, 0), kStamp, "29 Dec 1899 06:00:00"},  // the time counts forward
+      {46341 + 84875 / 86400.0, kStamp, "15 Nov 2026 23:34:35"},
+      {46341.5, u"d MM yyy H n s", "d MM yyy H n s"},  // not elements of ours
+      {-1.25, kStamp, "29 Dec 1899 06:00:00"},         // the time counts forward
       {46342 - 0.4 / 86400, kStamp, "16 Nov 2026 00:00:00"},
-      {2958466, kStamp, ""},
       {2958466 - 1e-8, kStamp, ""},  // rounds into the year 10000
       {std::numeric_limits<double>::infinity(), kStamp, ""},
       {std::nan(""), kStamp, ""},
@@ -58,8 +44,7 @@ TEST(Locale, FormatsDates) {
 
 TEST(Locale, EverySecondOfADayFormatsAsItself) {
   for (int second = 0; second < 86400; ++second) {
-    const std::u16string text = formatDate(46341 + second / 86400.0, u"HHnnss");
-    const int read = std::stoi(toUtf8(text));
+    const int read = std::stoi(toUtf8(formatDate(46341 + second / 86400.0, u"HHnnss")));
     ASSERT_EQ(read / 10000 * 3600 + read / 100 % 100 * 60 + read % 100, second);
   }
 }
@@ -83,10 +68,10 @@ TEST(Locale, FormatsNumbers) {
     const char* text;
   } kCases[] = {
       {u"3;0", 1234567.125, 2, "1.234.567,13"},  // a half goes away from zero
+      {u"3;0", 1.005, 2, "1,01"},                // by its 15 digits, not by its bits
       {u"3;0", -1000.5, 0, "~1.001"},
       {u"3;0", 999.995, 2, "1.000,00"},
       {u"3;0", 999, 1, "999,0"},
-      {u"3;0", 9.5, 0, "10"},
       {u"3;0", 0, 0, "0"},
       {u"3;0", -0.004, 2, "0,00"},  // no sign before nothing
       {u"3;0", 0.005, 2, "0,01"},
@@ -105,8 +90,6 @@ TEST(Locale, FormatsNumbers) {
     grouping = each.grouping;
     EXPECT_EQ(toUtf8(formatNumberPattern(each.value, each.decimals, ownLocale)), each.text);
   }
-  if (!isAmericanEnglish()) GTEST_SKIP() << "the user's locale is not English (United States)";
-  EXPECT_EQ(formatNumber(-1234567.891, 2), u"-1,234,567.89");
 }
 
 TEST(Locale, ChangesCaseUnitByUnit) {

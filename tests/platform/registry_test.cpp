@@ -9,43 +9,39 @@
 namespace quendal::platform {
 namespace {
 
-// A value's data in one readable line.
-std::string shown(const RegistryData& data) {
-  if (const auto* string = std::get_if<std::u16string>(&data)) return "text " + toUtf8(*string);
-  if (const auto* number = std::get_if<std::int32_t>(&data)) return std::to_string(*number);
-  if (const auto* raw = std::get_if<std::vector<std::byte>>(&data)) {
-    std::string out = "bytes";
-    for (const std::byte each : *raw) out += " " + std::to_string(std::to_integer<int>(each));
-    return out;
-  }
-  return "nothing";
+RegistryData binary(std::initializer_list<unsigned char> bytes) {
+  std::vector<std::byte> raw;
+  for (const unsigned char each : bytes) raw.push_back(std::byte{each});
+  return raw;
 }
 
 TEST(RegistryData, FollowsItsTypeWhenListedAndLosesOneByteWhenReadAsText) {
-  const std::string kFull(255, 'x');
+  using namespace std::string_literals;
+  const std::string full(255, 'x');
   const struct {
     std::uint32_t type;
-    std::string bytes, listed, text;
+    std::string bytes;
+    RegistryData listed;
+    std::string text;
   } kRows[] = {
-      {1, std::string("Windows\0", 8), "text Windows", "Windows"},
-      {1, std::string(1, '\0'), "text ", ""},
-      {2, std::string("%Path%\0", 7), "text %Path%", "%Path%"},
-      {3, std::string("\1\177\0\2", 4), "bytes 1 127 0 2", std::string("\1\177\0", 3)},
-      {4, std::string("\4\3\2\1", 4), "16909060", "\4\3\2"},
-      {4, std::string("~\0\0\x80", 4), "-2147483522", std::string("~\0\0", 3)},
-      {4, "\5", "5", ""},
-      {7, std::string("a\0b\0\0", 5), std::string("text a\0b", 8), std::string("a\0b\0", 4)},
-      {7, "x", "text ", ""},
-      {11, "12345678", "nothing", "1234567"},
-      {1, kFull + '\0', "text " + kFull, kFull},
-      {1, kFull + "x" + '\0', "text " + kFull + "x", "<Error>"},
+      {1, "Windows\0"s, u"Windows"s, "Windows"},
+      {1, "\0"s, u""s, ""},
+      {2, "%Path%\0"s, u"%Path%"s, "%Path%"},
+      {3, "\1\177\0\2"s, binary({1, 127, 0, 2}), "\1\177\0"s},
+      {4, "~\3\2\x80"s, -2147351682, "~\3\2"},
+      {4, "\5", 5, ""},
+      {7, "a\0b\0\0"s, u"a\0b"s, "a\0b\0"s},
+      {7, "x", u""s, ""},
+      {11, "12345678", std::monostate(), "1234567"},
+      {1, full + '\0', fromUtf8(full), full},
+      {1, full + "x" + '\0', fromUtf8(full + "x"), "<Error>"},
   };
   for (const auto& row : kRows) {
-    EXPECT_EQ(shown(registryData(row.type, row.bytes)), row.listed);
+    EXPECT_TRUE(registryData(row.type, row.bytes) == row.listed) << row.type << " " << row.bytes;
     EXPECT_EQ(toUtf8(registryTextOf(row.bytes)), row.text);
   }
   EXPECT_THROW((void)registryTextOf({}), std::invalid_argument);
-  EXPECT_EQ(shown(registryData(1, {})), "text ");
+  EXPECT_TRUE(registryData(1, {}) == RegistryData(u""s));
 }
 
 }  // namespace
