@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/text.h"
 #include "base/utf8.h"
 #include "core/apartment.h"
 #include "platform/posix/host_files.h"
@@ -22,18 +23,26 @@ std::string joined(const std::vector<std::u16string>& texts) {
   return all;
 }
 
-class GivenRegistry : public testing::Test {
+class PosixRegistry : public testing::Test {
  protected:
-  GivenRegistry() { answerFrom(&tree_); }
-  ~GivenRegistry() override { answerFrom(nullptr); }
+  ~PosixRegistry() override { answerFrom(nullptr); }
 
   static StoredValue text(std::u16string name, const std::string& value) {
     return {std::move(name), 1, value + '\0'};
   }
+  // The product's name that the record of the system gets from a registry, or the error.
+  static std::u16string productFrom(const RegistryTree* tree) {
+    answerFrom(tree);
+    try {
+      system::recordOSVersion();
+      return apartment().osVersion.productName;
+    } catch (const AutomationError& error) {
+      return u"error " + decimalText(error.number());
+    }
+  }
+
   const std::u16string policy_ = u"SOFTWARE\\Microsoft\\.NETFramework\\Policy";
   const std::u16string product_ = u"Software\\Microsoft\\Windows NT\\CurrentVersion";
-  const RegistryTree none_ = {{product_, {}}};
-  const RegistryTree noBytes_ = {{product_, {{u"ProductName", 1, ""}}}};
   const RegistryTree tree_ = {{product_, {text(u"PRODUCTNAME", "Test 1")}},
                               {u"Software\\ODBC\\ODBCINST.INI\\ODBC Drivers",
                                {text(u"One", "Installed"),
@@ -45,9 +54,13 @@ class GivenRegistry : public testing::Test {
                               {policy_ + u"\\v10.0\\Deep", {text(u"hidden", "")}},
                               {policy_ + u"\\v10.0", {text(u"7", "7"), text(u"30319", "30319")}},
                               {policy_ + u"Other", {text(u"x", "x")}}};
+  const TempFolder owner_;
+  const std::filesystem::path folder_ = owner_.native();
+  const EnvironmentChange drivers_{"ODBCSYSINI", folder_}, runtimes_{"DOTNET_ROOT", folder_};
 };
 
-TEST_F(GivenRegistry, AnswersForItsKeys) {
+TEST_F(PosixRegistry, AnswersForItsKeys) {
+  answerFrom(&tree_);
   EXPECT_EQ(joined(registryKeys(u"")), "Software;");
   EXPECT_EQ(joined(registryKeys(policy_)), "v2.0;Upgrades;v10.0;");
   EXPECT_EQ(joined(registryKeys(policy_ + u"\\V10.0")), "Deep;");
@@ -61,51 +74,33 @@ TEST_F(GivenRegistry, AnswersForItsKeys) {
   }
 }
 
-TEST_F(GivenRegistry, QueriesTakeWhatCounts) {
+TEST_F(PosixRegistry, QueriesTakeWhatCounts) {
+  EXPECT_EQ(productFrom(&tree_), u"Test 1");
   EXPECT_EQ(joined(system::queryODBCDrivers()), "One;Two;");
   EXPECT_EQ(system::queryDotNetVersion(), u"2.0.50727");  // by characters, on purpose
-  system::recordOSVersion();
-  EXPECT_EQ(apartment().osVersion.productName, u"Test 1");
-  answerFrom(&noBytes_);
-  try {
-    system::recordOSVersion();
-    ADD_FAILURE() << "a name of no bytes at all";
-  } catch (const AutomationError& error) {
-    EXPECT_EQ(error.number(), error_number::kInvalidCall);
-  }
-  answerFrom(&none_);
-  system::recordOSVersion();
-  EXPECT_EQ(apartment().osVersion.productName, u"<Error>");
+  const RegistryTree noBytes = {{product_, {{u"ProductName", 1, ""}}}};
+  EXPECT_EQ(productFrom(&noBytes), u"error 5");
+  const RegistryTree none = {{product_, {}}};
+  EXPECT_EQ(productFrom(&none), u"<Error>");
 }
 
-class SystemRegistry : public testing::Test {
- protected:
-  const TempFolder owner_;
-  const std::filesystem::path folder_ = owner_.native();
-  const EnvironmentChange drivers_{"ODBCSYSINI", folder_}, runtimes_{"DOTNET_ROOT", folder_};
-};
-
-TEST_F(SystemRegistry, DriversAreTheSectionsOfTheDriverManagersFile) {
+TEST_F(PosixRegistry, WithoutOneTheSystemIsAsked) {
   EXPECT_TRUE(system::queryODBCDrivers().empty());
+  // Drivers are the sections of the driver manager's file.
   std::ofstream(folder_ / "odbcinst.ini")
       << "# drivers\n[ODBC]\nTrace=No\n\n[PostgreSQL ANSI]\r\nDriver=/x[y].so\n [ Ünï ] \n"
          "[ODBC Drivers]\n[broken\n[]\n[MySQL]\n";
   EXPECT_EQ(joined(system::queryODBCDrivers()), "PostgreSQL ANSI;Ünï;MySQL;");
-}
 
-TEST_F(SystemRegistry, RuntimesAreTheNumberedFolders) {
   const auto runtimes = folder_ / "shared/Microsoft.NETCore.App";
   for (const char* name : {"908.0.11", "908.0.2", "906.0", "x.y.z", "98..1"})
     std::filesystem::create_directories(runtimes / name);
   std::ofstream(runtimes / "99.0.1") << "not a folder";
   EXPECT_EQ(system::queryDotNetVersion(), u"908.0.2");  // by characters, on purpose
-}
 
-TEST_F(SystemRegistry, TheProductIsNamedByTheReleaseFile) {
-  system::recordOSVersion();
   const auto release = readTextFile("/etc/os-release");
   if (!release) GTEST_SKIP() << "the system has no release file";
-  const auto name = "PRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
+  const auto name = "PRETTY_NAME=\"" + toUtf8(productFrom(nullptr)) + "\"\n";
   EXPECT_NE(release->find(name), std::string::npos) << name;
 }
 
