@@ -13,10 +13,9 @@ namespace {
 
 constexpr std::uint32_t kShortDateItem = 0x1F;
 
-bool hasEnglishDates() { return localeText(kShortDateItem).starts_with(u"M/d/"); }
-
-TEST(DateText, Accepted) {
-  if (!hasEnglishDates()) GTEST_SKIP() << "the locale's dates are not month/day/year";
+TEST(DateText, IsReadAsBothHomesDo) {
+  if (!localeText(kShortDateItem).starts_with(u"M/d/"))
+    GTEST_SKIP() << "the locale's dates are not month/day/year";
   const int thisYear = momentOf(localNow())->year;
   const double march5 = dateSerial(2005, 3, 5, 0, 0, 0);
   const double halfPastTwo = 14.5 / 24;
@@ -34,7 +33,7 @@ TEST(DateText, Accepted) {
       {halfPastTwo, u"14:30|2:30PM|14:30 PM"},
       {0, u"0:00|00:00:00|12 AM|12/30/1899"},
       {86399 / 86400.0, u"23:59:59|11:59:59 PM"},
-      {0.5, u"12:00|12PM|12:00:00 PM"},
+      {0.5, u"12:00|12PM"},
       {dateSerial(2005, 5, 13, 0, 0, 0), u"5/13/2005|13/5/2005|2005/13/5"},
       {dateSerial(2013, 5, 12, 0, 0, 0), u"13/5/12"},
       {dateSerial(2013, 12, 31, 0, 0, 0), u"13/31/12|13/12/31"},
@@ -42,7 +41,6 @@ TEST(DateText, Accepted) {
       {dateSerial(2005, 3, 1, 0, 0, 0), u"March 2005|3/2005|2005-03"},
       {dateSerial(thisYear, 3, 5, 0, 0, 0), u"3/5|March 5|5 March"},
       {dateSerial(1975, 3, 5, 0, 0, 0), u"3/5/75|5 Mar 75"},
-      {dateSerial(2004, 2, 29, 0, 0, 0), u"2/29/2004"},
       {-1.25, u"12/29/1899 6:00"},
       {-657434, u"1/1/100"},
       {2958465, u"12/31/9999"},
@@ -54,10 +52,6 @@ TEST(DateText, Accepted) {
       EXPECT_NEAR(date, row.date, 1e-9);
     });
   }
-}
-
-TEST(DateText, Refused) {
-  if (!hasEnglishDates()) GTEST_SKIP() << "the locale's dates are not month/day/year";
   double date = 0;
   test::forEachText(
       u"| |abc|5|-5|45000|20050305|Monday|March|Sept 5, 2005|March 5th, 2005|2/29/2005|31 April "

@@ -54,17 +54,20 @@ TEST_F(DictionaryTest, ComparesTextWithoutCaseWhenAsked) {
 TEST_F(DictionaryTest, OwnsWhatItHolds) {
   const Object object = ScriptObject().object();
   {
-    const Variant value(object);
     Variant text(u"a");
-    VARIANT reference = typedReference(VT_BSTR, &text.bstrVal);
-    EXPECT_EQ(dictionary_.table()->Add(&reference, source(value)), S_OK);
+    const Variant value(object), array = arrayOf({value});
+    SAFEARRAY* place = array.parray;
+    VARIANT key = typedReference(VT_BSTR, &text.bstrVal);
+    VARIANT item = typedReference(kVariantArray, &place);
+    EXPECT_EQ(dictionary_.table()->Add(&key, &item), S_OK);
     text.bstrVal[0] = u'b';  // its key is a copy
-    EXPECT_EQ(dictionary_.table()->Add(source(value), &reference), S_OK);
+    EXPECT_EQ(dictionary_.table()->Add(source(value), &key), S_OK);
+    EXPECT_EQ(call(u"Items"), "[[?] b]");
     EXPECT_EQ(call(u"Exists", {u"a"}), "True");
-    EXPECT_EQ(referencesOf(object), 4U);
+    EXPECT_EQ(referencesOf(object), 5U);
     EXPECT_EQ(put(u"Item", {u"a", 1}), "~");
     EXPECT_EQ(call(u"Remove", {value}), "~");
-    EXPECT_EQ(referencesOf(object), 2U);
+    EXPECT_EQ(referencesOf(object), 3U);
     EXPECT_EQ(call(u"Add", {u"c", value}), "~");
   }
   EXPECT_EQ(referencesOf(object), 2U);

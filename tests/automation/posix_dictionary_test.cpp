@@ -6,6 +6,7 @@
 
 #include "automation/dictionary_access.h"
 #include "automation/dictionary_fixture.h"
+#include "automation/reference.h"
 
 namespace quendal::test {
 namespace {
@@ -13,36 +14,31 @@ namespace {
 using PosixDictionaryTest = DictionaryTest;
 
 TEST_F(PosixDictionaryTest, MoreKeysAreTheSameByValue) {
-  const std::pair<Variant, Variant> same[] = {
-      {-7, cy(-70000)},
-      {1.5, cy(15000)},
-      {Boolean::True, std::int16_t{-1}},
-      {decimal(0, 25, 1, false), 2.5},
-      {decimal(0, 70, 1, true), -7},
-      {ui8(1ULL << 63), 0x1p63},
-      {Variant::null(), Variant::null()},
-      {u"", make(VT_BSTR, &VARIANT::bstrVal, nullptr)},
-      {0.0, -0.0},
-      {std::nan(""), std::nan("")},
+  const struct {
+    Variant key, other;
+    bool same;
+  } rows[] = {
+      {-7, cy(-70000), true},
+      {1.5, cy(15000), true},
+      {Boolean::True, std::int16_t{-1}, true},
+      {decimal(0, 70, 1, true), -7, true},
+      {ui8(1ULL << 63), 0x1p63, true},
+      {Variant::null(), Variant::null(), true},
+      {u"", make(VT_BSTR, &VARIANT::bstrVal, nullptr), true},
+      {0.0, -0.0, true},
+      {std::nan(""), std::nan(""), true},
+      {Variant(), 0, false},
+      {Variant(), u"", false},
+      {Variant(), Variant::null(), false},
+      {i8(9007199254740993), i8(9007199254740992), false},
+      {ui8(~0ULL), -1, false},
+      {u"a", std::u16string_view(u"a\0", 2), false},
   };
-  const std::pair<Variant, Variant> different[] = {
-      {Variant(), 0},
-      {Variant(), u""},
-      {Variant(), Variant::null()},
-      {i8(9007199254740993), i8(9007199254740992)},
-      {ui8(~0ULL), -1},
-      {u"a", std::u16string_view(u"a\0", 2)},
-  };
-  for (const auto& [key, other] : same) EXPECT_TRUE(this->same(key, other));
-  for (const auto& [key, other] : different) EXPECT_FALSE(this->same(key, other));
+  for (const auto& row : rows) EXPECT_EQ(same(row.key, row.other), row.same);
   EXPECT_EQ(call(u"Add", {Variant::missing(), 1}), "error 5");  // a type mismatch
-  for (const Variant& key : {Variant(0), Variant(1), Variant()}) call(u"Add", {key, 1});
-  EXPECT_EQ(call(u"Remove", {Variant()}), "~");  // leaves no Empty key behind
-  EXPECT_EQ(call(u"Exists", {Variant()}), "False");
-  EXPECT_EQ(call(u"RemoveAll"), "~");
   EXPECT_EQ(put(u"CompareMode", {1}), "~");
-  EXPECT_TRUE(this->same(u"Stra\u00DFe \u00C9cole", u"STRA\u00DFE \u00E9COLE"));
-  EXPECT_FALSE(this->same(u"\u00C9cole", u"\u00E8cole"));
+  EXPECT_TRUE(same(u"Stra\u00DFe \u00C9cole", u"STRA\u00DFE \u00E9COLE"));
+  EXPECT_FALSE(same(u"\u00C9cole", u"\u00E8cole"));
 }
 
 TEST_F(PosixDictionaryTest, RenamesInPlace) {
@@ -101,18 +97,14 @@ TEST_F(PosixDictionaryTest, ItsMakerAndReaderCopyNothing) {
   SAFEARRAY* const held = item.parray;
   EXPECT_EQ(maker.add(*dictionary_.table(), newBstr(u"key"), item), S_OK);
   EXPECT_EQ(item.vt, VT_EMPTY);
-  Variant again(u"again");
-  EXPECT_TRUE(FAILED(maker.add(*dictionary_.table(), newBstr(u"key"), again)));
-  EXPECT_EQ(again.vt, VT_EMPTY);
   automation::DictionaryReader reader(*dictionary_.table());
   ASSERT_EQ(reader.next(), S_OK);
   EXPECT_EQ(reader.item().parray, held);
-  void* data = nullptr;
-  ASSERT_EQ(SafeArrayAccessData(held, &data), S_OK);  // a locked array cannot go
+  ++held->cLocks;  // what is locked cannot go
   EXPECT_EQ(put(u"Item", {u"key", 2}), "error 13");
   EXPECT_EQ(call(u"Remove", {u"key"}), "error 13");
   EXPECT_EQ(call(u"RemoveAll"), "error 13");
-  EXPECT_EQ(SafeArrayUnaccessData(held), S_OK);
+  --held->cLocks;
   EXPECT_EQ(reader.next(), S_FALSE);
 }
 
@@ -120,19 +112,18 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
   for (int i = 1; i <= 3; ++i) call(u"Add", {i, u"item"});
   IUnknown* made = nullptr;
   ASSERT_EQ(dictionary_.table()->_NewEnum(&made), S_OK);
-  auto* enumerator = static_cast<IEnumVARIANT*>(made);
-  Variant keys[3];
+  const auto keys = automation::Reference<IEnumVARIANT>(static_cast<IEnumVARIANT*>(made));
+  Variant next[4];
   ULONG fetched = 0;
-  EXPECT_EQ(enumerator->Next(1, &keys[0], &fetched), S_OK);
-  EXPECT_EQ(enumerator->Next(3, &keys[1], &fetched), S_FALSE);
+  EXPECT_EQ(keys->Next(1, next, nullptr), S_OK);
+  EXPECT_EQ(keys->Next(3, next + 1, &fetched), S_FALSE);
   EXPECT_EQ(fetched, 2U);
-  EXPECT_EQ(show(keys[0]) + show(keys[1]) + show(keys[2]), "123");
-  EXPECT_EQ(enumerator->Reset(), S_OK);
-  EXPECT_EQ(enumerator->Skip(2), S_OK);
-  EXPECT_EQ(enumerator->Next(1, &keys[0], nullptr), S_OK);
-  EXPECT_EQ(show(keys[0]), "3");
-  EXPECT_EQ(enumerator->Skip(1), S_FALSE);
-  enumerator->Release();
+  EXPECT_EQ(show(next[0]) + show(next[1]) + show(next[2]), "123");
+  EXPECT_EQ(keys->Reset(), S_OK);
+  EXPECT_EQ(keys->Skip(2), S_OK);
+  EXPECT_EQ(keys->Next(1, next, nullptr), S_OK);
+  EXPECT_EQ(show(next[0]), "3");
+  EXPECT_EQ(keys->Skip(1), S_FALSE);
 }
 
 TEST_F(PosixDictionaryTest, ErrorsAreToldOnceAndToTheirThread) {

@@ -1,7 +1,11 @@
-// The parts of the automation runtime that are this home's own: depth, sizes, odd values.
+// The parts of the automation runtime that are this home's own: depth, sizes, odd values, numbers.
+#include <bit>
+#include <cmath>
 #include <limits>
+#include <random>
 #include <utility>
 
+#include "automation/posix/number_text.h"
 #include "automation/values.h"
 #include "core/dictionary.h"
 #include "tests/arrays/page_arrays.h"
@@ -85,7 +89,6 @@ TEST(PosixAutomation, ConvertsWhereSystemsDiffer) {
                      {Variant::date(38415.999999), VT_BSTR, "3/5/2005"},   // to the nearest second
                      {Variant::date(2958466 - 1e-8), VT_BSTR, "invalid"},  // into the year 10000
                      {decimal(0, 123445, 5, false), VT_CY, "12344"},
-                     {decimal(0, 1, 29, true), VT_BSTR, "invalid"},
                      {i8(922337203685477), VT_CY, "9223372036854770000"},
                      {u"45000.5", VT_DATE, "45000.5"},
                      {u"2005-03-05T12:00:00", VT_DATE, "38416.5"},
@@ -94,6 +97,56 @@ TEST(PosixAutomation, ConvertsWhereSystemsDiffer) {
                      {u"31 March 05", VT_DATE, "38442"}});
   forEachText(u"2005-03-05T|T14:30|2005-03-05T14:30:00Z|,3/5/2005",
               [](auto wrong) { EXPECT_EQ(convert(Variant(wrong), VT_DATE), "type mismatch"); });
+}
+
+std::string realText(double value) {
+  const automation::NumberText text = automation::realText(value, 15);
+  return {text.view().begin(), text.view().end()};
+}
+
+void expectExact(const std::string& text) {
+  const auto read = automation::parseNumber(std::u16string(text.begin(), text.end()));
+  ASSERT_TRUE(read) << text;
+  EXPECT_EQ(automation::toReal(*read), std::strtod(text.c_str(), nullptr)) << text;
+}
+
+TEST(PosixNumbers, HaveTextsOfFifteenDigits) {
+  std::mt19937_64 random(1);
+  for (int i = 0; i < 100'000; ++i) {
+    // Any double, one of a usual size, and a half of the last digit, which goes to the even one.
+    for (const double value :
+         {std::bit_cast<double>(random()),
+          static_cast<double>(random() >> 3) / std::pow(10, static_cast<double>(random() % 19)),
+          -(static_cast<double>(random() % 100'000'000) + 0.5) / 1024}) {
+      if (!std::isfinite(value) || value == 0) continue;
+      char rounded[40];
+      std::snprintf(rounded, sizeof(rounded), "%.14E", value);
+      const std::string text = realText(value);
+      ASSERT_EQ(std::strtod(text.c_str(), nullptr), std::strtod(rounded, nullptr)) << text;
+      ASSERT_LE(text.size(), 22U) << text;
+      expectExact(text);
+    }
+  }
+}
+
+TEST(PosixNumbers, AreReadExactlyHoweverLong) {
+  const std::pair<double, const char*> rows[] = {
+      {0.00001, "0.00001"},   {-1.234567E-9, "-0.000000001234567"},
+      {5E-16, "5E-16"},       {1.0 / 30, "3.33333333333333E-02"},
+      {-1e15, "-1E+15"},      {1e14 + 0.5, "100000000000000"},
+      {-HUGE_VAL, "-1.#INF"},
+  };
+  for (const auto& [value, text] : rows) EXPECT_EQ(realText(value), text);
+  for (const char* numeral :
+       {"9007199254740993", "9007199254740992.99999999999999999999999999999999999999999",
+        "9007199254740993.00000000000000000000000000000000000000000000000001",
+        "2.2250738585072011e-308", "1.7976931348623158e308", "4.9e-324", "0e999", "1e-999",
+        "123456789012345678901234567890123456789012345e-40"})
+    expectExact(numeral);
+  // A half is one only when nothing follows it, however far away.
+  const std::u16string half = u"2.5" + std::u16string(40, u'0');
+  EXPECT_TRUE(automation::roundTo(*automation::parseNumber(half), 0) == 2);
+  EXPECT_TRUE(automation::roundTo(*automation::parseNumber(half + u"1"), 0) == 3);
 }
 
 }  // namespace

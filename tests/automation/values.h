@@ -50,7 +50,7 @@ inline std::string show(const VARIANT& value) {
   if (value.vt == VT_NULL) return "Null";
   if (value.vt == VT_UI1) return std::to_string(value.bVal);
   if (value.vt == VT_I2 || value.vt == VT_BOOL) return std::to_string(value.iVal);
-  if (value.vt == VT_I4 || value.vt == VT_INT) return std::to_string(value.lVal);
+  if (value.vt == VT_I4) return std::to_string(value.lVal);
   if (value.vt == VT_I8 || value.vt == VT_CY) return std::to_string(value.llVal);
   if (value.vt == VT_UI8) return std::to_string(value.ullVal);
   if (value.vt == VT_BSTR) return toUtf8(viewOf(value.bstrVal));
