@@ -65,7 +65,6 @@ TEST(PosixFilesTest, MissingRightsAndDescriptorsAreTold) {
   const TempFolder folder;
   const std::u16string log = folder / u"log";
   ASSERT_EQ(createFile(log, bytesOf("x")), None);
-  ASSERT_EQ(::chmod(folder.native().c_str(), 0555), 0);
   ASSERT_EQ(::chmod((folder.native() / "log").c_str(), 0444), 0);
   const auto withoutRights = [](auto operation) {
     return inChild([&] {
@@ -77,18 +76,12 @@ TEST(PosixFilesTest, MissingRightsAndDescriptorsAreTold) {
     return inChild([&] { return limit(RLIMIT_NOFILE, 0), operation(); });
   };
   const auto append = [&] { return appendToFile(log, bytesOf("y")); };
-  const auto create = [&] { return createFile(folder / u"new", {}); };
   const auto check = [&] { return checkReadable(log); };
   EXPECT_EQ(withoutRights(append), PermissionDenied);
-  EXPECT_EQ(withoutRights(create), PermissionDenied);
   EXPECT_EQ(withoutRights(check), None);
-  EXPECT_EQ(withoutRights([&] { return createFolder(folder / u"sub"); }), PermissionDenied);
-  EXPECT_EQ(withoutRights([&] { return renameFile(log, folder / u"old"); }), PermissionDenied);
   EXPECT_EQ(withoutDescriptors(append), TooManyFiles);
-  EXPECT_EQ(withoutDescriptors(create), TooManyFiles);
   EXPECT_EQ(withoutDescriptors(check), TooManyFiles);
   EXPECT_EQ(contentOf(log), "x");
-  ::chmod(folder.native().c_str(), 0755);
 }
 
 TEST(PosixFilesTest, PipesNeverMakeACallerWait) {
@@ -101,19 +94,19 @@ TEST(PosixFilesTest, PipesNeverMakeACallerWait) {
 TEST(PosixFilesTest, RenameNeverReplacesWhereTheExclusiveOneIsMissing) {
   const TempFolder folder;
   ASSERT_EQ(createFile(folder / u"log", bytesOf("new")), None);
-  ASSERT_EQ(createFile(folder / u"archive", bytesOf("old")), None);
   const auto rename = [&](const char16_t* from, const char16_t* to) {
     return inChild([&] {
       if (!refuseSystemCall(SYS_renameat2, EINVAL)) return DeviceIo;
       return renameFile(folder / from, folder / to);
     });
   };
+  EXPECT_EQ(rename(u"none", u"archive"), NotFound);
+  EXPECT_FALSE(lookAt(folder / u"archive").exists);
+  EXPECT_EQ(rename(u"log", u"archive"), None);
+  EXPECT_EQ(contentOf(folder / u"archive"), "new");
+  ASSERT_EQ(createFile(folder / u"log", {}), None);
   EXPECT_EQ(rename(u"log", u"archive"), AlreadyExists);
-  EXPECT_EQ(rename(u"none", u"archive2"), NotFound);
-  EXPECT_EQ(contentOf(folder / u"archive"), "old");
-  EXPECT_FALSE(lookAt(folder / u"archive2").exists);
-  EXPECT_EQ(rename(u"log", u"archive2"), None);
-  EXPECT_EQ(contentOf(folder / u"archive2"), "new");
+  EXPECT_EQ(contentOf(folder / u"archive"), "new");
 }
 
 TEST(PosixFilesTest, AnAppendWaitsForAnother) {

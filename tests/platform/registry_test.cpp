@@ -9,15 +9,10 @@
 namespace quendal::platform {
 namespace {
 
-RegistryData binary(std::initializer_list<unsigned char> bytes) {
-  std::vector<std::byte> raw;
-  for (const unsigned char each : bytes) raw.push_back(std::byte{each});
-  return raw;
-}
-
 TEST(RegistryData, FollowsItsTypeWhenListedAndLosesOneByteWhenReadAsText) {
   using namespace std::string_literals;
   const std::string full(255, 'x');
+  const std::vector raw = {std::byte{1}, std::byte{0}, std::byte{127}};
   const struct {
     std::uint32_t type;
     std::string bytes;
@@ -27,7 +22,7 @@ TEST(RegistryData, FollowsItsTypeWhenListedAndLosesOneByteWhenReadAsText) {
       {1, "Windows\0"s, u"Windows"s, "Windows"},
       {1, "\0"s, u""s, ""},
       {2, "%Path%\0"s, u"%Path%"s, "%Path%"},
-      {3, "\1\177\0\2"s, binary({1, 127, 0, 2}), "\1\177\0"s},
+      {3, "\1\0\177"s, raw, "\1\0"s},
       {4, "~\3\2\x80"s, -2147351682, "~\3\2"},
       {4, "\5", 5, ""},
       {7, "a\0b\0\0"s, u"a\0b"s, "a\0b\0"s},

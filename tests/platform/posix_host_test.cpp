@@ -1,12 +1,13 @@
-// Questions to a registry in memory, what the system's queries make of one, and what Linux knows.
+// What Linux tells of itself and its users, and of a registry that it does not have.
 #include <gtest/gtest.h>
+#include <sys/utsname.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "base/text.h"
 #include "base/utf8.h"
 #include "core/apartment.h"
+#include "platform/identities.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/registry_tree.h"
 #include "platform/registry.h"
@@ -25,22 +26,12 @@ std::string joined(const std::vector<std::u16string>& texts) {
 
 class PosixRegistry : public testing::Test {
  protected:
+  PosixRegistry() { answerFrom(&tree_); }
   ~PosixRegistry() override { answerFrom(nullptr); }
 
   static StoredValue text(std::u16string name, const std::string& value) {
     return {std::move(name), 1, value + '\0'};
   }
-  // The product's name that the record of the system gets from a registry, or the error.
-  static std::u16string productFrom(const RegistryTree* tree) {
-    answerFrom(tree);
-    try {
-      system::recordOSVersion();
-      return apartment().osVersion.productName;
-    } catch (const AutomationError& error) {
-      return u"error " + decimalText(error.number());
-    }
-  }
-
   const std::u16string policy_ = u"SOFTWARE\\Microsoft\\.NETFramework\\Policy";
   const std::u16string product_ = u"Software\\Microsoft\\Windows NT\\CurrentVersion";
   const RegistryTree tree_ = {{product_, {text(u"PRODUCTNAME", "Test 1")}},
@@ -60,7 +51,6 @@ class PosixRegistry : public testing::Test {
 };
 
 TEST_F(PosixRegistry, AnswersForItsKeys) {
-  answerFrom(&tree_);
   EXPECT_EQ(joined(registryKeys(u"")), "Software;");
   EXPECT_EQ(joined(registryKeys(policy_)), "v2.0;Upgrades;v10.0;");
   EXPECT_EQ(joined(registryKeys(policy_ + u"\\V10.0")), "Deep;");
@@ -75,16 +65,20 @@ TEST_F(PosixRegistry, AnswersForItsKeys) {
 }
 
 TEST_F(PosixRegistry, QueriesTakeWhatCounts) {
-  EXPECT_EQ(productFrom(&tree_), u"Test 1");
   EXPECT_EQ(joined(system::queryODBCDrivers()), "One;Two;");
   EXPECT_EQ(system::queryDotNetVersion(), u"2.0.50727");  // by characters, on purpose
-  const RegistryTree noBytes = {{product_, {{u"ProductName", 1, ""}}}};
-  EXPECT_EQ(productFrom(&noBytes), u"error 5");
-  const RegistryTree none = {{product_, {}}};
-  EXPECT_EQ(productFrom(&none), u"<Error>");
+  system::recordOSVersion();
+  EXPECT_EQ(apartment().osVersion.productName, u"Test 1");
+  const RegistryTree none = {{product_, {}}}, noBytes = {{product_, {{u"ProductName", 1, ""}}}};
+  answerFrom(&none);
+  system::recordOSVersion();
+  EXPECT_EQ(apartment().osVersion.productName, u"<Error>");
+  answerFrom(&noBytes);
+  EXPECT_THROW(system::recordOSVersion(), AutomationError);
 }
 
 TEST_F(PosixRegistry, WithoutOneTheSystemIsAsked) {
+  answerFrom(nullptr);
   EXPECT_TRUE(system::queryODBCDrivers().empty());
   // Drivers are the sections of the driver manager's file.
   std::ofstream(folder_ / "odbcinst.ini")
@@ -100,7 +94,8 @@ TEST_F(PosixRegistry, WithoutOneTheSystemIsAsked) {
 
   const auto release = readTextFile("/etc/os-release");
   if (!release) GTEST_SKIP() << "the system has no release file";
-  const auto name = "PRETTY_NAME=\"" + toUtf8(productFrom(nullptr)) + "\"\n";
+  system::recordOSVersion();
+  const auto name = "PRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
   EXPECT_NE(release->find(name), std::string::npos) << name;
 }
 
@@ -114,6 +109,33 @@ TEST(HostFiles, AssignedValues) {
       {"NAMES=x\nAN_NAME=y\nNAME", std::nullopt},
   };
   for (const auto& [file, value] : kCases) EXPECT_EQ(assignedValue(file, "NAME"), value);
+}
+
+TEST(PosixIdentitiesTest, EnvironmentAnswersInAnyCaseAndFirstInTheOneAskedFor) {
+  const EnvironmentChange upper("QUENDAL_X", "gr\xC3\xBC\xC3\x9F");
+  EXPECT_EQ(environmentVariable(u"quendal_x"), u"gr\u00FC\u00DF");
+  EXPECT_TRUE(environmentVariable(u"quendal_").empty());
+  const EnvironmentChange exact("quendal_x", "");
+  EXPECT_EQ(environmentVariable(u"quendal_x"), u"");
+}
+
+TEST(PosixIdentitiesTest, UserNameFollowsTheAccountOfTheMoment) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can change the account";
+  EXPECT_TRUE(holdsInChild([] {
+    ::unsetenv("USER");
+    const bool first = userName() == u"root";
+    if (::seteuid(3999999) != 0) return false;
+    const bool second = userName() == u"3999999";  // no directory knows it
+    return first && second && ::seteuid(0) == 0 && userName() == u"root";
+  }));
+}
+
+TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {
+  const OSVersion version = osVersion();
+  utsname system;
+  ASSERT_EQ(::uname(&system), 0);
+  const std::string told = std::to_string(version.major) + "." + std::to_string(version.minor);
+  EXPECT_TRUE(std::string(system.release).starts_with(told)) << told;
 }
 
 }  // namespace
