@@ -2,8 +2,6 @@
 #include <utility>
 
 #include "automation/values.h"
-#include "tests/core/raw_call.h"
-#include "tests/support/script_object.h"
 #include "tests/support/text_rows.h"
 
 namespace quendal::test {

@@ -3,8 +3,6 @@
 
 #include "automation/values.h"
 #include "core/dictionary.h"
-#include "tests/arrays/page_arrays.h"
-#include "tests/support/script_object.h"
 
 namespace quendal::test {
 

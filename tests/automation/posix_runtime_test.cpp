@@ -8,8 +8,6 @@
 #include "automation/posix/number_text.h"
 #include "automation/values.h"
 #include "core/dictionary.h"
-#include "tests/arrays/page_arrays.h"
-#include "tests/support/script_object.h"
 #include "tests/support/small_stack.h"
 #include "tests/support/text_rows.h"
 
@@ -24,11 +22,10 @@ void wrap(Variant& value) {
 }
 
 TEST(PosixAutomation, DeepContainersAreCopiedAndDestroyedWithoutDeepCalls) {
-  constexpr int kDeep = 100000;
   const Object object = ScriptObject().object();
   onSmallStack([&] {
     Variant arrays(object), dictionaries(object);
-    for (int level = 0; level < kDeep; ++level) {
+    for (int level = 0; level < 100000; ++level) {
       wrap(arrays);
       if (level % 2 == 0) wrap(dictionaries);
       const Dictionary dictionary = Dictionary::create();
@@ -49,7 +46,6 @@ TEST(PosixAutomation, RefusesSizesThatNoArrayHas) {
   EXPECT_EQ(SafeArrayCreate(VT_VARIANT, 3, wide), nullptr);
   EXPECT_EQ(SafeArrayCreateVector(VT_VARIANT, 0, 0x7FFFFFFF), nullptr);
   EXPECT_EQ(SafeArrayCreateVector(VT_UI1, std::numeric_limits<LONG>::max(), 2), nullptr);
-  EXPECT_EQ(SafeArrayCreate(VT_I4, 0, wide), nullptr);
   SAFEARRAYBOUND withNone[] = {{0xFFFFFFFF, 0}, {0, 0}};
   EXPECT_EQ(SafeArrayCreate(VT_VARIANT, 2, withNone), nullptr);
   EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFF), nullptr);

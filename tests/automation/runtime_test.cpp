@@ -1,7 +1,5 @@
 // Copies, bounds and locks of arrays.
-#include "tests/arrays/page_arrays.h"
 #include "tests/automation/values.h"
-#include "tests/support/script_object.h"
 
 namespace quendal::test {
 namespace {
@@ -25,6 +23,7 @@ TEST(Arrays, CopiesAreDeepAndShareObjects) {
         {pageArray({pageArray({u"deep", object}), u"b"}), "[[deep ?] b]"},
         {pageArray({u"first", u"second"}, VT_BSTR, 1), "1[first second]"},
         {pageArray({object}, VT_DISPATCH, -2), "-2[?]"},
+        {pageArray({2.5, 7}, VT_DECIMAL), "[2.5 7]"},
         {of(u""), "[]"}};
     EXPECT_EQ(referencesOf(object), 3U);
     for (const auto& [array, text] : rows) {
@@ -32,26 +31,26 @@ TEST(Arrays, CopiesAreDeepAndShareObjects) {
       EXPECT_NE(copy.parray, array.parray);
       EXPECT_EQ(shownArray(copy), text);
     }
-    EXPECT_EQ(boundsOf(rows[3].first), " 0:-1");
   }
   EXPECT_EQ(referencesOf(object), 1U);
 }
 
-TEST(Arrays, HaveDimensionsFromTheFirstToTheLast) {
-  SAFEARRAYBOUND bounds[] = {{2, 0}, {3, -1}, {1, 10}};
-  const Variant array = Variant::array(SafeArrayCreate(VT_DECIMAL, 3, bounds), VT_DECIMAL);
-  ASSERT_NE(array.parray, nullptr);
-  static_cast<DECIMAL*>(array.parray->pvData)[5].Lo64 = 7;
+TEST(Arrays, HaveDimensionsOfWhichTheLastCanChange) {
+  SAFEARRAYBOUND bounds[] = {{2, 0}, {2, -1}};
+  const Variant array = Variant::array(SafeArrayCreate(VT_I2, 2, bounds), VT_I2);
+  for (short i = 0; i < 4; ++i) static_cast<short*>(array.parray->pvData)[i] = i;
   const Variant copy(array);
-  EXPECT_EQ(boundsOf(copy), " 0:1 -1:1 10:10");
-  EXPECT_EQ(copy.parray->cbElements, 16U);
-  EXPECT_EQ(static_cast<DECIMAL*>(copy.parray->pvData)[5].Lo64, 7U);
+  EXPECT_EQ(boundsOf(copy), " 0:1 -1:0");
+  SAFEARRAYBOUND last{3, 5};
+  ASSERT_EQ(SafeArrayRedim(copy.parray, &last), S_OK);
+  EXPECT_EQ(boundsOf(copy), " 0:1 5:7");
+  EXPECT_TRUE(shownArray(copy).ends_with("[0 1 2 3 0 0]")) << shownArray(copy);
   VARTYPE found = VT_EMPTY;
   EXPECT_EQ(SafeArrayGetVartype(copy.parray, &found), S_OK);
-  EXPECT_EQ(found, VT_DECIMAL);
+  EXPECT_EQ(found, VT_I2);
   LONG upper = 0;
   EXPECT_EQ(SafeArrayGetUBound(copy.parray, 0, &upper), DISP_E_BADINDEX);
-  EXPECT_EQ(SafeArrayGetUBound(copy.parray, 4, &upper), DISP_E_BADINDEX);
+  EXPECT_EQ(SafeArrayGetUBound(copy.parray, 3, &upper), DISP_E_BADINDEX);
   EXPECT_EQ(SafeArrayCreate(77, 1, bounds), nullptr);
 }
 
@@ -66,15 +65,6 @@ TEST(Arrays, RedimKeepsContentsAndReleasesTheRest) {
   ASSERT_EQ(SafeArrayRedim(array.parray, &bound), S_OK);
   EXPECT_EQ(referencesOf(object), 1U);
   EXPECT_EQ(shownArray(array), "[first]");
-
-  // Of several dimensions the last one changes; the elements before it stay where they are.
-  SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
-  const Variant square = Variant::array(SafeArrayCreate(VT_I2, 2, bounds), VT_I2);
-  for (short i = 0; i < 4; ++i) static_cast<short*>(square.parray->pvData)[i] = i;
-  SAFEARRAYBOUND last{3, 5};
-  ASSERT_EQ(SafeArrayRedim(square.parray, &last), S_OK);
-  EXPECT_EQ(boundsOf(square), " 0:1 5:7");
-  EXPECT_TRUE(shownArray(square).ends_with("[0 1 2 3 0 0]")) << shownArray(square);
 }
 
 TEST(Arrays, EveryLockIsCounted) {
@@ -83,8 +73,6 @@ TEST(Arrays, EveryLockIsCounted) {
   ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
   ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
   EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
-  SAFEARRAYBOUND bound{5, 0};
-  EXPECT_EQ(SafeArrayRedim(array, &bound), DISP_E_ARRAYISLOCKED);
   EXPECT_EQ(SafeArrayDestroy(array), DISP_E_ARRAYISLOCKED);
   EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
   EXPECT_EQ(SafeArrayUnaccessData(array), E_UNEXPECTED);

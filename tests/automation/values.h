@@ -2,14 +2,14 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <quendal/object.h>
 
 #include <cstdio>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-#include "base/utf8.h"
+#include "tests/arrays/page_arrays.h"
+#include "tests/support/script_object.h"
 
 namespace quendal::test {
 

@@ -22,17 +22,11 @@ TEST(IdentitiesTest, NamesAreNotEmptyAndHoldNoTerminator) {
     EXPECT_EQ(name.find(u'\0'), name.npos);
   }
   EXPECT_TRUE(fileExists(ownModulePath()));
+  EXPECT_EQ(osVersion().servicePack.size(), 128u);
   EXPECT_FALSE(environmentVariable(u"pAtH").empty());
   using namespace std::string_view_literals;
   for (const auto name : {u"QUENDAL_NOT_SET"sv, u""sv, u"="sv, u"PATH="sv, u"PAT"sv, u"PATH\0"sv})
     EXPECT_TRUE(environmentVariable(name).empty());
-}
-
-TEST(IdentitiesTest, VersionRecordKeepsItsWholeField) {
-  const OSVersion version = osVersion();
-  EXPECT_TRUE(version.platformId == 2 || version.platformId == 4);
-  EXPECT_EQ(version.servicePack.size(), 128u);
-  EXPECT_NE(version.servicePack.find(u'\0'), std::u16string::npos);
 }
 
 TEST(ClockTest, LocalTimeIsUniversalTimeInSomeZone) {
@@ -48,10 +42,8 @@ TEST(ClockTest, LocalTimeIsUniversalTimeInSomeZone) {
 
 TEST(Sockets, StartAnswerAndStop) {
   const SocketsStartup startup = startSockets();
-  ASSERT_TRUE(startup.started);
-  EXPECT_GE(startup.maxSockets, 1);
-  EXPECT_EQ(startup.majorVersion, 1);
-  EXPECT_EQ(startup.minorVersion, 1);
+  EXPECT_TRUE(startup.started && startup.maxSockets >= 1);
+  EXPECT_TRUE(startup.majorVersion == 1 && startup.minorVersion == 1);
   EXPECT_NE(hostName().value_or(""), "");
   EXPECT_EQ(firstAddress("127.0.0.1"), (std::vector<std::uint8_t>{127, 0, 0, 1}));
   EXPECT_TRUE(firstAddress("no.such.host.invalid").empty());

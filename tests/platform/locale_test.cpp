@@ -1,13 +1,10 @@
 #include "platform/locale.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <span>
 
 #include "base/number_pattern.h"
-#include "base/utf8.h"
 #include "platform/sort_key.h"
 #include "tests/support/text_rows.h"
 
@@ -17,13 +14,10 @@ namespace {
 TEST(Locale, FormatsDatesOfAmericanEnglish) {
   if (localeText(0x1002) != u"United States")
     GTEST_SKIP() << "the user's locale is not English (United States)";
-  // Days, and the halves of one.
-  test::forEachPair(u"28=AM|29=PM|2A=Monday|30=Sunday|31=Mon|37=Sun|0FFF=",
-                    [](std::u16string_view item, const std::string& text) {
-                      const auto number =
-                          static_cast<std::uint32_t>(std::stoul(toUtf8(item), nullptr, 16));
-                      EXPECT_EQ(toUtf8(localeText(number)), text);
-                    });
+  std::u16string days;
+  for (const std::uint32_t item : {0x28, 0x29, 0x2A, 0x30, 0x31, 0x37, 0xFFF})
+    days += localeText(item) + u" ";
+  EXPECT_EQ(toUtf8(days), "AM PM Monday Sunday Mon Sun  ");
   constexpr std::u16string_view kStamp = u"dd MMM yyyy HH:nn:ss";
   const struct {
     double date;
@@ -68,7 +62,6 @@ TEST(Locale, FormatsNumbers) {
       {u"3;0", 1.005, 2, "1,01"},                // by its 15 digits, not by its bits
       {u"3;0", -1000.5, 0, "~1.001"},
       {u"3;0", 999.995, 2, "1.000,00"},
-      {u"3;0", 999, 1, "999,0"},
       {u"3;0", -0.004, 2, "0,00"},  // no sign before nothing
       {u"3;0", 1.5e-9, 3, "0,000"},
       {u"3;0", 12.5, -1, "13"},
@@ -77,7 +70,6 @@ TEST(Locale, FormatsNumbers) {
       {u"3;2", 1234567890, 0, "12345.67.890"},
       {u"3", 1234567, 0, "1234.567"},
       {u"0", 1234567, 0, "1234567"},
-      {u"", 1234567, 0, "1234567"},
       {u"3;0", std::numeric_limits<double>::infinity(), 2, ""},
   };
   for (const auto& each : kCases) {

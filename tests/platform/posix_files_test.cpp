@@ -60,7 +60,7 @@ TEST(PosixFilesTest, AFullDiskLeavesNoHalfEntry) {
   }
 }
 
-TEST(PosixFilesTest, MissingRightsAndDescriptorsAreTold) {
+TEST(PosixFilesTest, WhatCannotBeOpenedIsToldAtOnce) {
   constexpr uid_t kNobody = 65534;
   const TempFolder folder;
   const std::u16string log = folder / u"log";
@@ -82,10 +82,6 @@ TEST(PosixFilesTest, MissingRightsAndDescriptorsAreTold) {
   EXPECT_EQ(withoutDescriptors(append), TooManyFiles);
   EXPECT_EQ(withoutDescriptors(check), TooManyFiles);
   EXPECT_EQ(contentOf(log), "x");
-}
-
-TEST(PosixFilesTest, PipesNeverMakeACallerWait) {
-  const TempFolder folder;
   ASSERT_EQ(::mkfifo((folder.native() / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(appendToFile(folder / u"pipe", bytesOf("x")), PermissionDenied);
   EXPECT_EQ(checkReadable(folder / u"pipe"), PermissionDenied);

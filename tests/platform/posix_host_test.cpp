@@ -1,13 +1,10 @@
 // What Linux tells of itself and its users, and of a registry that it does not have.
-#include <gtest/gtest.h>
 #include <sys/utsname.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "base/utf8.h"
 #include "core/apartment.h"
-#include "platform/identities.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/registry_tree.h"
 #include "platform/registry.h"
@@ -136,6 +133,8 @@ TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {
   ASSERT_EQ(::uname(&system), 0);
   const std::string told = std::to_string(version.major) + "." + std::to_string(version.minor);
   EXPECT_TRUE(std::string(system.release).starts_with(told)) << told;
+  EXPECT_EQ(version.platformId, 4);
+  EXPECT_EQ(version.servicePack, std::u16string(1, u'\0') + std::u16string(127, u' '));
 }
 
 }  // namespace

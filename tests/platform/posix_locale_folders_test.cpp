@@ -1,10 +1,6 @@
 // Locales of the C library, and special folders of the user-directories configuration.
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <fstream>
 
-#include "base/utf8.h"
 #include "platform/folders.h"
 #include "platform/posix/date_picture.h"
 #include "platform/posix/locale_table.h"
@@ -17,6 +13,7 @@ namespace quendal::platform {
 namespace {
 
 TEST(DatePicture, ConvertsFormats) {
+  using enum PictureKind;
   const StrftimeFormats kFormats{u"%d.%m.%Y", u"%T", u"%I:%M:%S %p"};
   const struct {
     const char16_t *format, *pictures;  // of the short date, the long date and the time
@@ -36,13 +33,12 @@ TEST(DatePicture, ConvertsFormats) {
   };
   for (const auto& [format, pictures] : kCases) {
     std::u16string made;
-    for (const PictureKind kind :
-         {PictureKind::ShortDate, PictureKind::LongDate, PictureKind::Time})
+    for (const PictureKind kind : {ShortDate, LongDate, Time})
       made += u"|" + pictureOf(format, kind, kFormats);
     EXPECT_EQ(toUtf8(made.substr(1)), toUtf8(pictures));
   }
   const StrftimeFormats kCircular{u"%x%x%x%d", u"", u""};  // ends all the same
-  EXPECT_FALSE(pictureOf(u"%x", PictureKind::ShortDate, kCircular).empty());
+  EXPECT_FALSE(pictureOf(u"%x", ShortDate, kCircular).empty());
 
   test::forEachPair(u"M/d/yyyy=/|d. MMMM=. |yyyy'年'M=|'kl. 'HH.mm=.|'open=|yyyy=",
                     [](std::u16string_view picture, const std::string& separator) {
@@ -117,9 +113,8 @@ TEST(PosixFolders, AreThoseOfTheUser) {
                                        {"XDG_CONFIG_HOME", "relative paths do not count"},
                                        {"XDG_DATA_HOME", home / "data"},
                                        {"XDG_CACHE_HOME", ""}};
-  for (const char* folder : {".config", "data/applications", "Bilder", "Music", "Desktop"}) {
+  for (const char* folder : {".config", "data/applications", "Bilder", "Music", "Desktop"})
     std::filesystem::create_directories(home / folder);
-  }
   std::ofstream(home / ".config/user-dirs.dirs")
       << "XDG_PICTURES_DIR=\"$HOME/Bilder/\"\nXDG_DOCUMENTS_DIR=\"/usr\"\n"
          "XDG_DESKTOP_DIR=\"$HOME/\"\nXDG_VIDEOS_DIR=\"relative\"\n";

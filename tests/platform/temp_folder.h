@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -47,10 +48,8 @@ class TempFolder {
   /// For the system's own functions, which on POSIX know "/" only.
   [[nodiscard]] std::filesystem::path native() const {
     std::u16string text = path_;
-    for (char16_t& unit : text) {
-      if (unit == u'\\') unit = u'/';
-    }
-    return std::filesystem::path(text);
+    std::ranges::replace(text, u'\\', u'/');
+    return text;
   }
 
  private:

@@ -1,6 +1,4 @@
 // What only Windows has: files that are not shared, its registry, its own containers.
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <thread>
 
