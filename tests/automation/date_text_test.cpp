@@ -14,10 +14,7 @@ TEST(DateText, IsReadAsBothHomesDo) {
     GTEST_SKIP() << "the locale's dates are not month/day/year";
   const int thisYear = momentOf(localNow())->year;
   const double march5 = dateSerial(2005, 3, 5, 0, 0, 0);
-  const struct {
-    double date;
-    const char16_t* texts;
-  } rows[] = {
+  const std::pair<double, std::u16string_view> rows[] = {
       {march5,
        u"2005-3-5|2005/03/05|3/5/2005|3/5/05|3-5-2005|3 / 5 / 2005|  3/5/2005  |MARCH 5, 2005"
        u"|Mar 5 2005|5 March 2005|5-mar-05|5/Mar/2005|2005 March 5|2005 5 March|2005-Mar-05"
@@ -40,13 +37,12 @@ TEST(DateText, IsReadAsBothHomesDo) {
       {-657434, u"1/1/100"},
       {2958465, u"12/31/9999"},
   };
-  for (const auto& row : rows) {
-    test::forEachText(row.texts, [&row](std::u16string_view text) {
+  for (const auto& [expected, texts] : rows)
+    test::forEachText(texts, [expected = expected](std::u16string_view text) {
       double date = 0.125;
       EXPECT_TRUE(automation::parseDate(text, date));
-      EXPECT_NEAR(date, row.date, 1e-9);
+      EXPECT_NEAR(date, expected, 1e-9);
     });
-  }
   double date = 0;
   test::forEachText(
       u"| |abc|5|-5|45000|20050305|Monday|March|Sept 5, 2005|March 5th, 2005|2/29/2005"

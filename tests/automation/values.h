@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <string>
+#include <tuple>
 #include <type_traits>
 #include <vector>
 
@@ -75,17 +76,9 @@ inline std::string convert(const VARIANT& value, VARTYPE type, USHORT flags = 0)
   return show(target);
 }
 
-struct Conversion {
-  Variant source;
-  VARTYPE type;
-  const char* expected;
-};
-
-inline void expectConversions(const std::vector<Conversion>& rows) {
-  for (const Conversion& row : rows) {
-    EXPECT_EQ(convert(row.source, row.type), row.expected)
-        << "from " << show(row.source) << " (" << row.source.vt << ") to " << row.type;
-  }
+inline void expectConversions(const std::vector<std::tuple<Variant, VARTYPE, const char*>>& rows) {
+  for (const auto& [value, type, expected] : rows)
+    EXPECT_EQ(convert(value, type), expected) << show(value) << " (" << value.vt << ") to " << type;
 }
 
 }  // namespace quendal::test

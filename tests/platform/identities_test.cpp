@@ -1,16 +1,19 @@
-// What a system tells of itself and its users.
-#include "platform/identities.h"
-
+// What a system tells of itself and its users, and how its registry's bytes are read.
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <cmath>
 #include <filesystem>
+#include <stdexcept>
+#include <tuple>
 
+#include "base/utf8.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "platform/identities.h"
 #include "platform/module.h"
+#include "platform/registry_data.h"
 #include "platform/sockets.h"
 
 namespace quendal::platform {
@@ -23,6 +26,8 @@ TEST(IdentitiesTest, NamesAreNotEmptyAndHoldNoTerminator) {
   }
   EXPECT_TRUE(fileExists(ownModulePath()));
   EXPECT_EQ(osVersion().servicePack.size(), 128u);
+  EXPECT_TRUE(std::filesystem::is_directory(systemFolder()));
+  EXPECT_EQ(specialFolder(62) + specialFolder(-1), u"");
   EXPECT_FALSE(environmentVariable(u"pAtH").empty());
   using namespace std::string_view_literals;
   for (const auto name : {u"QUENDAL_NOT_SET"sv, u""sv, u"="sv, u"PATH="sv, u"PAT"sv, u"PATH\0"sv})
@@ -50,11 +55,29 @@ TEST(Sockets, StartAnswerAndStop) {
   EXPECT_TRUE(stopSockets());
 }
 
-TEST(Folders, TheSystemFolderIsAFolder) {
-  EXPECT_EQ(systemFolder(), specialFolder(37));
-  EXPECT_NE(systemFolder().back(), u'\\');
-  EXPECT_TRUE(std::filesystem::is_directory(systemFolder()));
-  for (const int unknown : {-1, 62, 0x7FFFFFFF}) EXPECT_EQ(specialFolder(unknown), u"");
+TEST(RegistryData, FollowsItsTypeWhenListedAndLosesOneByteWhenReadAsText) {
+  using namespace std::string_literals;
+  const std::string full(255, 'x');
+  const std::vector raw = {std::byte{1}, std::byte{0}, std::byte{127}};
+  const std::tuple<std::uint32_t, std::string, RegistryData, std::string> kRows[] = {
+      {1, "Windows\0"s, u"Windows"s, "Windows"},
+      {1, "\0"s, u""s, ""},
+      {2, "%Path%\0"s, u"%Path%"s, "%Path%"},
+      {3, "\1\0\177"s, raw, "\1\0"s},
+      {4, "~\3\2\x80"s, -2147351682, "~\3\2"},
+      {4, "\5", 5, ""},
+      {7, "a\0b\0\0"s, u"a\0b"s, "a\0b\0"s},
+      {7, "x", u""s, ""},
+      {11, "12345678", std::monostate(), "1234567"},
+      {1, full + '\0', fromUtf8(full), full},
+      {1, full + "x" + '\0', fromUtf8(full + "x"), "<Error>"},
+  };
+  for (const auto& [type, bytes, listed, text] : kRows) {
+    EXPECT_TRUE(registryData(type, bytes) == listed) << type << " " << bytes;
+    EXPECT_EQ(toUtf8(registryTextOf(bytes)), text);
+  }
+  EXPECT_THROW((void)registryTextOf({}), std::invalid_argument);
+  EXPECT_TRUE(registryData(1, {}) == RegistryData(u""s));
 }
 
 }  // namespace

@@ -37,7 +37,6 @@ class EnvironmentChange {
     setenv(name, value.c_str(), 1);
   }
   EnvironmentChange(const EnvironmentChange&) = delete;
-  EnvironmentChange& operator=(const EnvironmentChange&) = delete;
   ~EnvironmentChange() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
 
  private:

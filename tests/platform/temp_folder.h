@@ -37,7 +37,6 @@ class TempFolder {
     std::filesystem::remove_all(native(), ignored);
   }
   TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
 
   /// The path of an entry, joined with `\` in both homes.
   [[nodiscard]] std::u16string operator/(std::u16string_view name) const {

@@ -1,10 +1,11 @@
-#include "platform/locale.h"
-
+// The texts of the locale, of code pages and of UTF-8.
 #include <cmath>
-#include <limits>
 #include <span>
+#include <tuple>
 
 #include "base/number_pattern.h"
+#include "platform/code_page.h"
+#include "platform/locale.h"
 #include "platform/sort_key.h"
 #include "tests/support/text_rows.h"
 
@@ -19,21 +20,17 @@ TEST(Locale, FormatsDatesOfAmericanEnglish) {
     days += localeText(item) + u" ";
   EXPECT_EQ(toUtf8(days), "AM PM Monday Sunday Mon Sun  ");
   constexpr std::u16string_view kStamp = u"dd MMM yyyy HH:nn:ss";
-  const struct {
-    double date;
-    std::u16string_view pattern;
-    const char* text;
-  } kCases[] = {
+  const std::tuple<double, std::u16string_view, const char*> kCases[] = {
       {46341 + 84875 / 86400.0, kStamp, "15 Nov 2026 23:34:35"},
       {46341.5, u"d MM yyy H n s", "d MM yyy H n s"},  // not elements of ours
       {-1.25, kStamp, "29 Dec 1899 06:00:00"},         // the time counts forward
       {46342 - 0.4 / 86400, kStamp, "16 Nov 2026 00:00:00"},
       {2958466 - 1e-8, kStamp, ""},  // rounds into the year 10000
-      {std::numeric_limits<double>::infinity(), kStamp, ""},
+      {HUGE_VAL, kStamp, ""},
       {std::nan(""), kStamp, ""},
   };
-  for (const auto& each : kCases)
-    EXPECT_EQ(toUtf8(formatDate(each.date, each.pattern)), each.text) << each.date;
+  for (const auto& [date, pattern, text] : kCases)
+    EXPECT_EQ(toUtf8(formatDate(date, pattern)), text) << date;
 }
 
 TEST(Locale, EverySecondOfADayFormatsAsItself) {
@@ -52,12 +49,7 @@ std::size_t ownLocale(std::uint32_t item, std::span<char16_t> out) {
 }
 
 TEST(Locale, FormatsNumbers) {
-  const struct {
-    const char16_t* grouping;
-    double value;
-    int decimals;
-    const char* text;
-  } kCases[] = {
+  const std::tuple<const char16_t*, double, int, const char*> kCases[] = {
       {u"3;0", 1234567.125, 2, "1.234.567,13"},  // a half goes away from zero
       {u"3;0", 1.005, 2, "1,01"},                // by its 15 digits, not by its bits
       {u"3;0", -1000.5, 0, "~1.001"},
@@ -70,20 +62,19 @@ TEST(Locale, FormatsNumbers) {
       {u"3;2", 1234567890, 0, "12345.67.890"},
       {u"3", 1234567, 0, "1234.567"},
       {u"0", 1234567, 0, "1234567"},
-      {u"3;0", std::numeric_limits<double>::infinity(), 2, ""},
+      {u"3;0", HUGE_VAL, 2, ""},
   };
-  for (const auto& each : kCases) {
-    grouping = each.grouping;
-    EXPECT_EQ(toUtf8(formatNumberPattern(each.value, each.decimals, ownLocale)), each.text);
+  for (const auto& [groups, value, decimals, text] : kCases) {
+    grouping = groups;
+    EXPECT_EQ(toUtf8(formatNumberPattern(value, decimals, ownLocale)), text);
   }
 }
 
 TEST(Locale, ChangesCaseUnitByUnit) {
-  test::forEachPair(u"az09 [`{@=AZ09 [`{@|école straße=ÉCOLE STRAßE|αβγ=ΑΒΓ|日本😀=日本😀",
-                    [](std::u16string_view lower, const std::string& upper) {
-                      EXPECT_EQ(toUtf8(upperCase(lower)), upper);
-                      EXPECT_EQ(lowerCase(fromUtf8(upper)), lower);
-                    });
+  const std::u16string lower = u"az09 [`{@école straßeαβγ日本😀",
+                       upper = u"AZ09 [`{@ÉCOLE STRAßEΑΒΓ日本😀";
+  EXPECT_EQ(toUtf8(upperCase(lower)), toUtf8(upper));
+  EXPECT_EQ(toUtf8(lowerCase(upper)), toUtf8(lower));
   const std::u16string loose{u'é', 0xD800, u'é', 0xDC00};  // unpaired surrogates stay
   EXPECT_EQ(upperCase(loose), (std::u16string{u'É', 0xD800, u'É', 0xDC00}));
 }
@@ -103,6 +94,46 @@ TEST(Locale, SortKeysAreInTheOrderOfTheirTexts) {
                       EXPECT_EQ(key, keyOf(upperCase(text)));
                       previous = key;
                     });
+}
+
+TEST(CodePage, OneByteForEachUnit) {
+  if (fromCodePage("\x80\xE9") != u"€é") GTEST_SKIP() << "the system's code page is not 1252";
+  std::string all;
+  for (int i = 0; i < 256; ++i) all += static_cast<char>(i);
+  const std::u16string text = fromCodePage(all);
+  EXPECT_EQ(toCodePage(text), all);
+  EXPECT_EQ(text.substr(0x80, 32), u"€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008dŽ\u008f\u0090‘’“”•–—˜™š›œ\u009džŸ");
+  EXPECT_EQ(toCodePage(std::u16string{u'é', u'日', 0xD800, u'é'}), "\xE9??\xE9");
+  // More than the system takes at once, and a pair, which has two bytes.
+  const std::u16string many(3u << 20, u'é');
+  EXPECT_TRUE(toCodePage(many + u"😀é") == std::string(many.size(), '\xE9') + "??\xE9");
+}
+
+TEST(Utf8, TextComesBack) {
+  const std::pair<std::u16string_view, std::string_view> kCases[] = {
+      {u"\u007F\u0080\u07FF\u0800\uFFFF", "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF"},
+      {u"\uD7FF\uE000", "\xED\x9F\xBF\xEE\x80\x80"},
+      {u"\U00010000\U0010FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+      {u"eight by€ight", "eight by\xE2\x82\xACight"},
+  };
+  for (const auto& [text, bytes] : kCases) {
+    EXPECT_EQ(toUtf8(text), bytes);
+    EXPECT_EQ(fromUtf8(bytes), text);
+  }
+  const std::u16string loose{u'a', 0xD800, 0xD83D, 0xDE00, 0xDE00, u'é', 0xD800};
+  EXPECT_EQ(fromUtf8(toUtf8(loose)), u"a\uFFFD😀\uFFFDé\uFFFD");
+}
+
+TEST(Utf8, MalformedBytesBecomeReplacements) {
+  const std::pair<std::string_view, const char16_t*> kCases[] = {
+      {"a\xC0\x80z", u"a\uFFFD\uFFFDz"},                  // overlong
+      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},            // a surrogate
+      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond the last character
+      {"\xF5\xFF", u"\uFFFD\uFFFD"},
+      {"\xE2\x82", u"\uFFFD"},  // cut at the end: one, for the longest start
+      {"\xF0\x9F\x98\xC3\xA9", u"\uFFFDé"},
+  };
+  for (const auto& [bytes, text] : kCases) EXPECT_EQ(toUtf8(fromUtf8(bytes)), toUtf8(text));
 }
 
 }  // namespace
