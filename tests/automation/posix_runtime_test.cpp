@@ -55,7 +55,8 @@ TEST(PosixAutomation, RefusesSizesThatNoArrayHas) {
   ++array.parray->cLocks;
   EXPECT_EQ(VariantClear(&array), DISP_E_ARRAYISLOCKED);
   EXPECT_EQ(array.vt, kVariantArray);
-  --array.parray->cLocks;
+  EXPECT_EQ(SafeArrayUnaccessData(array.parray), S_OK);
+  EXPECT_EQ(SafeArrayUnaccessData(array.parray), E_UNEXPECTED);
 }
 
 TEST(PosixAutomation, EndlessReferencesEnd) {

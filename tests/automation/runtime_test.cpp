@@ -67,18 +67,6 @@ TEST(Arrays, RedimReleasesWhatGoes) {
   EXPECT_EQ(shownArray(array), "[first]");
 }
 
-TEST(Arrays, EveryLockIsCounted) {
-  SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, 1);
-  void* data = nullptr;
-  ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
-  ASSERT_EQ(SafeArrayAccessData(array, &data), S_OK);
-  EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
-  EXPECT_EQ(SafeArrayDestroy(array), DISP_E_ARRAYISLOCKED);
-  EXPECT_EQ(SafeArrayUnaccessData(array), S_OK);
-  EXPECT_EQ(SafeArrayUnaccessData(array), E_UNEXPECTED);
-  EXPECT_EQ(SafeArrayDestroy(array), S_OK);
-}
-
 TEST(Conversion, NumbersToText) {
   expectConversions({
       {i8(-9223372036854775807LL - 1), VT_BSTR, "-9223372036854775808"},

@@ -42,7 +42,6 @@ TEST(ClockTest, LocalTimeIsUniversalTimeInSomeZone) {
   EXPECT_NEAR(offset, std::round(offset), 1e-3);
   EXPECT_LE(std::abs(offset), 14 * 3600 + 2);
   EXPECT_LE(std::abs(std::remainder(offset, 900)), 2);
-  EXPECT_LE(static_cast<unsigned>(utcMilliseconds()), 999u);
 }
 
 TEST(Sockets, StartAnswerAndStop) {

@@ -99,7 +99,6 @@ TEST(PosixFilesTest, RenameNeverReplacesWhereTheExclusiveOneIsMissing) {
   EXPECT_EQ(rename(u"none", u"archive"), NotFound);
   EXPECT_FALSE(lookAt(folder / u"archive").exists);
   EXPECT_EQ(rename(u"log", u"archive"), None);
-  EXPECT_EQ(contentOf(folder / u"archive"), "new");
   ASSERT_EQ(createFile(folder / u"log", {}), None);
   EXPECT_EQ(rename(u"log", u"archive"), AlreadyExists);
   EXPECT_EQ(contentOf(folder / u"archive"), "new");
