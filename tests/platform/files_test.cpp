@@ -85,7 +85,6 @@ TEST(FilesTest, AbsolutePaths) {
   const std::u16string drive = current.substr(0, current.find(u'\\'));  // none on POSIX
   const std::pair<std::u16string_view, std::u16string> cases[] = {
       {u"a/b\\.\\c\\..\\d", current + u"\\a\\b\\d"},
-      {u"logs\\\\x//y", current + u"\\logs\\x\\y"},
       {u".\\..a\\.b\\", current + u"\\..a\\.b\\"},
       {u"\\..\\..\\a", drive + u"\\a"},
       {u"\\\\server\\share\\a\\..\\b", u"\\\\server\\share\\b"},

@@ -4,7 +4,6 @@
 #include "platform/folders.h"
 #include "platform/posix/date_picture.h"
 #include "platform/posix/locale_table.h"
-#include "platform/version_resource.h"
 #include "tests/platform/posix_environment.h"
 #include "tests/platform/temp_folder.h"
 #include "tests/support/text_rows.h"
@@ -93,11 +92,6 @@ TEST(LocaleTable, NamesComeFromTheEnvironment) {
   EXPECT_EQ(names(), "de fr C de");
   const EnvironmentChange all("LC_ALL", "it");
   EXPECT_EQ(names(), "it it it it");
-}
-
-TEST(PosixLanguageNames, FollowTheSublanguage) {
-  EXPECT_EQ(languageName(0x1C1A), u"Serbian (Cyrillic)");
-  EXPECT_EQ(languageName(0x0805) + languageName(0x4407) + languageName(0x1800), u"");
 }
 
 TEST(PosixFolders, AreThoseOfTheUser) {
