@@ -46,8 +46,7 @@ TEST(ClockTest, LocalTimeIsUniversalTimeInSomeZone) {
 
 TEST(Sockets, StartAnswerAndStop) {
   const SocketsStartup startup = startSockets();
-  EXPECT_TRUE(startup.started && startup.maxSockets >= 1);
-  EXPECT_TRUE(startup.majorVersion == 1 && startup.minorVersion == 1);
+  EXPECT_TRUE(startup.started && startup.majorVersion == 1 && startup.minorVersion == 1);
   EXPECT_NE(hostName().value_or(""), "");
   EXPECT_EQ(firstAddress("127.0.0.1"), (std::vector<std::uint8_t>{127, 0, 0, 1}));
   EXPECT_TRUE(firstAddress("no.such.host.invalid").empty());
