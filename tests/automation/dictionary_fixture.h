@@ -1,63 +1,40 @@
 // A keyed container for each test, called by name as scripts do.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "automation/dictionary_abi.h"
-#include "automation/dispatch.h"
 #include "automation/values.h"
+#include "core/dictionary.h"
 
 namespace quendal::test {
 
 class DictionaryTest : public testing::Test {
  protected:
-  ~DictionaryTest() override { EXPECT_EQ(dictionary_->Release(), 0U); }
+  ~DictionaryTest() override { EXPECT_EQ(referencesOf(dictionary_.object()), 2U); }
 
-  // The answer as text, or "error" and the number that a page sees.
-  std::string call(std::u16string_view name, const std::vector<Value>& arguments = {},
+  // What a call gives, or "error" and the number that a page sees.
+  std::string call(std::u16string_view name, const std::vector<Variant>& arguments = {},
                    WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET) {
-    DISPID id = DISPID_UNKNOWN;
-    HRESULT code = automation::memberId(dictionary_, name, &id);
-    std::vector<VARIANT> passed;  // the last one first
-    for (const Value& argument : arguments) passed.insert(passed.begin(), argument.value);
-    DISPID put = DISPID_PROPERTYPUT;
-    DISPPARAMS params{passed.data(), nullptr, static_cast<UINT>(passed.size()), 0};
-    if (flags == DISPATCH_PROPERTYPUT) {
-      params.rgdispidNamedArgs = &put;
-      params.cNamedArgs = 1;
-    }
-    Value result;
-    EXCEPINFO exception{};
-    if (SUCCEEDED(code))
-      code = dictionary_->Invoke(id, IID_NULL, 0x0409, flags, &params, &result.value, &exception,
-                                 nullptr);
-    description_ = readText(exception.bstrSource) + ": " + readText(exception.bstrDescription);
-    for (BSTR text : {exception.bstrSource, exception.bstrDescription, exception.bstrHelpFile})
-      SysFreeString(text);
-    if (SUCCEEDED(code)) return list(result.value);
-    if (code == DISP_E_EXCEPTION) code = exception.scode;
-    return "error " + std::to_string(code & 0xFFFF);
+    const Outcome outcome =
+        rawCall(dictionary_.object(), name, {arguments.begin(), arguments.end()}, {}, flags);
+    if (SUCCEEDED(outcome.code)) return shownArray(outcome.value);
+    error_ = toUtf8(outcome.error);
+    if (outcome.code != DISP_E_EXCEPTION) return "error " + std::to_string(outcome.code & 0xFFFF);
+    return "error " + error_.substr(0, error_.find(' '));
   }
-  std::string put(std::u16string_view name, const std::vector<Value>& arguments) {
+  std::string put(std::u16string_view name, const std::vector<Variant>& arguments) {
     return call(name, arguments, DISPATCH_PROPERTYPUT);
   }
   // Whether the second key finds what was added under the first.
-  bool same(const Value& key, const Value& other) {
-    SCOPED_TRACE(show(key.value) + " and " + show(other.value));
-    EXPECT_EQ(call(u"Add", {key, i4(1)}), "Empty");
-    const bool found = call(u"Exists", {other}) == "-1";
-    EXPECT_EQ(call(u"Add", {other, i4(2)}), found ? "error 457" : "Empty");
-    EXPECT_EQ(call(u"RemoveAll"), "Empty");
+  bool same(const Variant& key, const Variant& other) {
+    SCOPED_TRACE(show(key) + " and " + show(other));
+    EXPECT_EQ(call(u"Add", {key, 1}), "~");
+    const bool found = call(u"Exists", {other}) == "True";
+    EXPECT_EQ(call(u"Add", {other, 2}), found ? "error 457" : "~");
+    EXPECT_EQ(call(u"RemoveAll"), "~");
     return found;
   }
 
-  IDispatch* const dictionary_ = automation::newDictionary();
-  std::string description_;  // of the last call's error
+  const Dictionary dictionary_ = Dictionary::create();
+  std::string error_;  // number, source and description of the last one
 };
 
 }  // namespace quendal::test

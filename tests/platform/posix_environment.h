@@ -1,6 +1,7 @@
-// Other environments than the process has.
+// Other processes and environments than the test's own.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,13 +11,22 @@
 
 namespace quendal::platform {
 
-/// Whether a check holds in a process of its own, which may change what belongs to a process.
+/// What an action gives, a number or enumerator below 256, in a process of its own, in which it may
+/// change what belongs to a process.
+template <typename Action>
+auto inChild(Action action) {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(static_cast<int>(action()));
+  int status = -1;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status));
+  return static_cast<decltype(action())>(WEXITSTATUS(status));
+}
+
+/// Whether a check holds in a process of its own.
 template <typename Check>
 bool holdsInChild(Check check) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(check() ? 0 : 1);
-  int status = -1;
-  return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  return inChild([&check] { return check() ? 0 : 1; }) == 0;
 }
 
 /// An environment variable while the object lives.
@@ -27,7 +37,6 @@ class EnvironmentChange {
     setenv(name, value.c_str(), 1);
   }
   EnvironmentChange(const EnvironmentChange&) = delete;
-  EnvironmentChange& operator=(const EnvironmentChange&) = delete;
   ~EnvironmentChange() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
 
  private:

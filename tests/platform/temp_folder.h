@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -36,7 +37,6 @@ class TempFolder {
     std::filesystem::remove_all(native(), ignored);
   }
   TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
 
   /// The path of an entry, joined with `\` in both homes.
   [[nodiscard]] std::u16string operator/(std::u16string_view name) const {
@@ -47,10 +47,8 @@ class TempFolder {
   /// For the system's own functions, which on POSIX know "/" only.
   [[nodiscard]] std::filesystem::path native() const {
     std::u16string text = path_;
-    for (char16_t& unit : text) {
-      if (unit == u'\\') unit = u'/';
-    }
-    return std::filesystem::path(text);
+    std::ranges::replace(text, u'\\', u'/');
+    return text;
   }
 
  private:

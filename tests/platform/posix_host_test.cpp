@@ -1,7 +1,6 @@
-// Questions to a registry in memory, what the system's queries make of one, and what Linux knows.
-#include <gtest/gtest.h>
+// What Linux tells of itself and its users, and of a registry that it does not have.
+#include <sys/utsname.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "base/utf8.h"
@@ -22,18 +21,16 @@ std::string joined(const std::vector<std::u16string>& texts) {
   return all;
 }
 
-class GivenRegistry : public testing::Test {
+class PosixRegistry : public testing::Test {
  protected:
-  GivenRegistry() { answerFrom(&tree_); }
-  ~GivenRegistry() override { answerFrom(nullptr); }
+  PosixRegistry() { answerFrom(&tree_); }
+  ~PosixRegistry() override { answerFrom(nullptr); }
 
   static StoredValue text(std::u16string name, const std::string& value) {
     return {std::move(name), 1, value + '\0'};
   }
   const std::u16string policy_ = u"SOFTWARE\\Microsoft\\.NETFramework\\Policy";
   const std::u16string product_ = u"Software\\Microsoft\\Windows NT\\CurrentVersion";
-  const RegistryTree none_ = {{product_, {}}};
-  const RegistryTree noBytes_ = {{product_, {{u"ProductName", 1, ""}}}};
   const RegistryTree tree_ = {{product_, {text(u"PRODUCTNAME", "Test 1")}},
                               {u"Software\\ODBC\\ODBCINST.INI\\ODBC Drivers",
                                {text(u"One", "Installed"),
@@ -45,66 +42,54 @@ class GivenRegistry : public testing::Test {
                               {policy_ + u"\\v10.0\\Deep", {text(u"hidden", "")}},
                               {policy_ + u"\\v10.0", {text(u"7", "7"), text(u"30319", "30319")}},
                               {policy_ + u"Other", {text(u"x", "x")}}};
+  const TempFolder owner_;
+  const std::filesystem::path folder_ = owner_.native();
+  const EnvironmentChange drivers_{"ODBCSYSINI", folder_}, runtimes_{"DOTNET_ROOT", folder_};
 };
 
-TEST_F(GivenRegistry, AnswersForItsKeys) {
+TEST_F(PosixRegistry, AnswersForItsKeys) {
   EXPECT_EQ(joined(registryKeys(u"")), "Software;");
   EXPECT_EQ(joined(registryKeys(policy_)), "v2.0;Upgrades;v10.0;");
   EXPECT_EQ(joined(registryKeys(policy_ + u"\\V10.0")), "Deep;");
   EXPECT_EQ(registryText(policy_ + u"\\V2.0", u"50727"), u"50727-50727");
   EXPECT_EQ(registryText(policy_ + u"\\v2.0", u"5072"), u"<Error>");
   EXPECT_EQ(registryText(policy_, u"50727"), u"<Error>");  // only has keys
-  for (const auto missing : {u"\\v2", u"\\v2.0\\50727", u"\\v10.0\\Deep\\er"}) {
+  for (const auto missing : {u"\\v2", u"\\v2.0\\50727", u"\\v10.0\\Deep\\er"})
     EXPECT_EQ(registryText(policy_ + missing, u"50727"), std::nullopt);
-    EXPECT_TRUE(registryValues(policy_ + missing).empty());
-    EXPECT_TRUE(registryKeys(policy_ + missing).empty());
-  }
+  EXPECT_TRUE(registryValues(policy_ + u"\\v2").empty());
 }
 
-TEST_F(GivenRegistry, QueriesTakeWhatCounts) {
+TEST_F(PosixRegistry, QueriesTakeWhatCounts) {
   EXPECT_EQ(joined(system::queryODBCDrivers()), "One;Two;");
   EXPECT_EQ(system::queryDotNetVersion(), u"2.0.50727");  // by characters, on purpose
   system::recordOSVersion();
   EXPECT_EQ(apartment().osVersion.productName, u"Test 1");
-  answerFrom(&noBytes_);
-  try {
-    system::recordOSVersion();
-    ADD_FAILURE() << "a name of no bytes at all";
-  } catch (const AutomationError& error) {
-    EXPECT_EQ(error.number(), error_number::kInvalidCall);
-  }
-  answerFrom(&none_);
+  const RegistryTree none = {{product_, {}}}, noBytes = {{product_, {{u"ProductName", 1, ""}}}};
+  answerFrom(&none);
   system::recordOSVersion();
   EXPECT_EQ(apartment().osVersion.productName, u"<Error>");
+  answerFrom(&noBytes);
+  EXPECT_THROW(system::recordOSVersion(), AutomationError);
 }
 
-class SystemRegistry : public testing::Test {
- protected:
-  const TempFolder owner_;
-  const std::filesystem::path folder_ = owner_.native();
-  const EnvironmentChange drivers_{"ODBCSYSINI", folder_}, runtimes_{"DOTNET_ROOT", folder_};
-};
-
-TEST_F(SystemRegistry, DriversAreTheSectionsOfTheDriverManagersFile) {
+TEST_F(PosixRegistry, WithoutOneTheSystemIsAsked) {
+  answerFrom(nullptr);
   EXPECT_TRUE(system::queryODBCDrivers().empty());
+  // Drivers are the sections of the driver manager's file.
   std::ofstream(folder_ / "odbcinst.ini")
       << "# drivers\n[ODBC]\nTrace=No\n\n[PostgreSQL ANSI]\r\nDriver=/x[y].so\n [ Ünï ] \n"
          "[ODBC Drivers]\n[broken\n[]\n[MySQL]\n";
   EXPECT_EQ(joined(system::queryODBCDrivers()), "PostgreSQL ANSI;Ünï;MySQL;");
-}
 
-TEST_F(SystemRegistry, RuntimesAreTheNumberedFolders) {
   const auto runtimes = folder_ / "shared/Microsoft.NETCore.App";
   for (const char* name : {"908.0.11", "908.0.2", "906.0", "x.y.z", "98..1"})
     std::filesystem::create_directories(runtimes / name);
   std::ofstream(runtimes / "99.0.1") << "not a folder";
   EXPECT_EQ(system::queryDotNetVersion(), u"908.0.2");  // by characters, on purpose
-}
 
-TEST_F(SystemRegistry, TheProductIsNamedByTheReleaseFile) {
-  system::recordOSVersion();
   const auto release = readTextFile("/etc/os-release");
   if (!release) GTEST_SKIP() << "the system has no release file";
+  system::recordOSVersion();
   const auto name = "PRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
   EXPECT_NE(release->find(name), std::string::npos) << name;
 }
@@ -119,6 +104,34 @@ TEST(HostFiles, AssignedValues) {
       {"NAMES=x\nAN_NAME=y\nNAME", std::nullopt},
   };
   for (const auto& [file, value] : kCases) EXPECT_EQ(assignedValue(file, "NAME"), value);
+}
+
+TEST(PosixIdentitiesTest, EnvironmentAnswersInAnyCaseAndFirstInTheOneAskedFor) {
+  const EnvironmentChange upper("QUENDAL_X", "gr\xC3\xBC\xC3\x9F");
+  EXPECT_EQ(environmentVariable(u"quendal_x"), u"gr\u00FC\u00DF");
+  EXPECT_TRUE(environmentVariable(u"quendal_").empty());
+  const EnvironmentChange exact("quendal_x", "");
+  EXPECT_EQ(environmentVariable(u"quendal_x"), u"");
+}
+
+TEST(PosixIdentitiesTest, UserNameFollowsTheAccountOfTheMoment) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can change the account";
+  EXPECT_TRUE(holdsInChild([] {
+    ::unsetenv("USER");
+    const bool first = userName() == u"root";
+    if (::seteuid(3999999) != 0) return false;
+    const bool second = userName() == u"3999999";  // no directory knows it
+    return first && second && ::seteuid(0) == 0 && userName() == u"root";
+  }));
+}
+
+TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {
+  const OSVersion version = osVersion();
+  utsname system;
+  ASSERT_EQ(::uname(&system), 0);
+  const std::string told = std::to_string(version.major) + "." + std::to_string(version.minor);
+  EXPECT_TRUE(std::string(system.release).starts_with(told)) << told;
+  EXPECT_EQ(version.servicePack, std::u16string(1, u'\0') + std::u16string(127, u' '));
 }
 
 }  // namespace
