@@ -27,9 +27,8 @@ class DictionaryMaker {
   DictionaryMaker& operator=(const DictionaryMaker&) = delete;
   ~DictionaryMaker();
 
-  /// A new, empty one, which the caller owns, with room for a number of entries that may or may not
-  /// come. Null when the system cannot create one.
-  [[nodiscard]] IDictionary* make(std::size_t entries) noexcept;
+  /// A new, empty one, which the caller owns. Null when the system cannot create one.
+  [[nodiscard]] IDictionary* make() noexcept;
 
   /// Adds an entry to a dictionary that it made. Key and item are the dictionary's from here on, on
   /// failure too. The result is that of IDictionary::Add.
