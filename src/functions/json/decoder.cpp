@@ -99,8 +99,8 @@ class Decoder {
 
   const char16_t* at_;
   const char16_t* const end_;
-  const char16_t* nextDigit_;      // no digit stands from where findNumber last looked up to here
-  std::vector<Open> open_;         // in place of calls within calls: they would use up the stack
+  const char16_t* nextDigit_;  // no digit stands from where findNumber last looked up to here
+  std::vector<Open> open_;     // in place of calls within calls: they would use up the stack
   Values values_;
   std::u16string unescaped_;  // a string with escapes
   NestingLimit limit_;
