@@ -14,11 +14,6 @@ namespace quendal::automation {
   return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
 }
 
-/// A copy of a key. Null when memory is short.
-[[nodiscard]] inline BSTR shareKey(BSTR key) noexcept {
-  return SysAllocStringLen(key, SysStringLen(key));
-}
-
 /// Makes and fills dictionaries on one thread.
 class DictionaryMaker {
  public:
