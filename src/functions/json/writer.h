@@ -26,9 +26,10 @@ class Writer {
   void putKey(std::u16string_view characters, bool isFirst);
   /// Text between double quotation marks, with what JSON does not allow there escaped.
   void putText(std::u16string_view text);
+  /// All digits of a whole number.
+  void putInteger(std::int64_t value);
   /// The ordinary text of a number, with "." for ",".
   void putNumber(double value);
-  void putInteger(std::int64_t value);
   void putNumber(std::u16string_view ordinaryText);
 
   /// All that was put; nothing is left then.
