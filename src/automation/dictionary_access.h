@@ -14,11 +14,6 @@ namespace quendal::automation {
   return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
 }
 
-/// A copy of a key. Null when memory is short.
-[[nodiscard]] inline BSTR shareKey(BSTR key) noexcept {
-  return SysAllocStringLen(key, SysStringLen(key));
-}
-
 /// Makes and fills dictionaries on one thread.
 class DictionaryMaker {
  public:
@@ -27,9 +22,8 @@ class DictionaryMaker {
   DictionaryMaker& operator=(const DictionaryMaker&) = delete;
   ~DictionaryMaker();
 
-  /// A new, empty one, which the caller owns, with room for a number of entries that may or may not
-  /// come. Null when the system cannot create one.
-  [[nodiscard]] IDictionary* make(std::size_t entries) noexcept;
+  /// A new, empty one, which the caller owns. Null when the system cannot create one.
+  [[nodiscard]] IDictionary* make() noexcept;
 
   /// Adds an entry to a dictionary that it made. Key and item are the dictionary's from here on, on
   /// failure too. The result is that of IDictionary::Add.

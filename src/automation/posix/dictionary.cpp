@@ -97,13 +97,6 @@ HRESULT Dictionary::addText(BSTR takenKey, VARIANT& takenItem) noexcept {
   });
 }
 
-void Dictionary::reserve(std::size_t count) noexcept {
-  static_cast<void>(guarded([&] {
-    table_.reserve(count);
-    return S_OK;
-  }));
-}
-
 HRESULT Dictionary::read(const VARIANT* passed, PassedKey& key) const {
   if (passed == nullptr) return E_POINTER;
   HRESULT result = borrowValue(*passed, key.value);

@@ -34,9 +34,6 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
     return table_.entryFrom(position);
   }
 
-  /// Makes room for this many entries in all. Without memory for them nothing happens.
-  void reserve(std::size_t count) noexcept;
-
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override;
 

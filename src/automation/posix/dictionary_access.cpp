@@ -9,11 +9,7 @@ struct DictionaryMaker::Kept {};  // nothing
 DictionaryMaker::DictionaryMaker() noexcept = default;
 DictionaryMaker::~DictionaryMaker() = default;
 
-IDictionary* DictionaryMaker::make(std::size_t entries) noexcept {
-  auto* dictionary = Dictionary::make();
-  if (dictionary != nullptr) dictionary->reserve(entries);
-  return dictionary;
-}
+IDictionary* DictionaryMaker::make() noexcept { return Dictionary::make(); }
 
 HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
   return static_cast<Dictionary&>(dictionary).addText(takenKey, takenItem);

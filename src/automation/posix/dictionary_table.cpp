@@ -23,13 +23,9 @@ const DictionaryTable::Entry* DictionaryTable::entryFrom(std::size_t& position) 
   return position < entries_.size() ? &entries_[position] : nullptr;
 }
 
-void DictionaryTable::reserve(std::size_t count) {
-  entries_.reserve(count);
-  if (count * 2 > index_.size()) makeIndex(count);
-}
-
 void DictionaryTable::append(Entry&& entry) {
   makeRoomInIndex();
+  entries_.reserve(index_.size() / 2);  // as many as the index has room for
   entries_.push_back(std::move(entry));
   addToIndex(entries_.size() - 1);
 }
@@ -57,12 +53,9 @@ DictionaryTable::Entry DictionaryTable::remove(Entry& entry) noexcept {
 
 // Half of the places stay free, so that searches are short.
 void DictionaryTable::makeRoomInIndex() {
-  if ((indexed_ + 1) * 2 > index_.size()) makeIndex(entries_.size() + 1);
-}
-
-void DictionaryTable::makeIndex(std::size_t entries) {
+  if ((indexed_ + 1) * 2 <= index_.size()) return;
   constexpr std::size_t kFewest = 8;
-  std::vector<std::uint32_t> larger(std::max(kFewest, std::bit_ceil(entries * 2)));
+  std::vector<std::uint32_t> larger(std::max(kFewest, std::bit_ceil((entries_.size() + 1) * 2)));
   index_.swap(larger);
   fillIndex();
 }

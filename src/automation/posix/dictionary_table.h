@@ -27,7 +27,6 @@ class DictionaryTable {
 
   [[nodiscard]] bool ignoresCase() const noexcept { return ignoreCase_; }
   [[nodiscard]] std::size_t size() const noexcept { return entries_.size() - gaps_; }
-  void reserve(std::size_t count);
 
   /// The entry with this key, whose hash is given; null when there is none.
   [[nodiscard]] Entry* find(const DictionaryKey& key, std::uint32_t hash);
@@ -47,7 +46,6 @@ class DictionaryTable {
 
  private:
   void makeRoomInIndex();
-  void makeIndex(std::size_t entries);
   void fillIndex() noexcept;
   void addToIndex(std::size_t position) noexcept;
 

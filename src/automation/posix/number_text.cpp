@@ -1,6 +1,7 @@
 #include "automation/posix/number_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -16,7 +17,8 @@ void append(NumberText& text, char c) noexcept {
 }
 
 void append(NumberText& text, std::string_view characters) noexcept {
-  for (const char c : characters) append(text, c);
+  std::copy(characters.begin(), characters.end(), text.characters.begin() + text.length);
+  text.length += characters.size();
 }
 
 std::string_view writeMagnitude(UInt128 magnitude, Digits& digits) noexcept {
@@ -35,8 +37,57 @@ struct Scientific {
   int exponent = 0;
 };
 
+void dropTrailingZeros(Scientific& number) noexcept {
+  while (number.count > 1 && number.digits[number.count - 1] == '0') --number.count;
+}
+
+constexpr int kMostFives = 27;  // 5^27 is the last power of five that has 64 bits
+
+constexpr auto kFives = [] {
+  std::array<std::uint64_t, kMostFives + 1> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 5;
+  return powers;
+}();
+
+// magnitude / 2^places, rounded half to even; the places are from 1 to 127.
+std::uint64_t roundedShift(UInt128 magnitude, int places) noexcept {
+  const auto whole = static_cast<std::uint64_t>(magnitude >> places);
+  const UInt128 half = UInt128{1} << (places - 1);
+  const UInt128 rest = magnitude & (half * 2 - 1);
+  return rest > half || (rest == half && whole % 2 != 0) ? whole + 1 : whole;
+}
+
+// The digits of a double that is neither very large nor very small, nor a large whole number, in
+// whole numbers alone: it is an integer times a power of two, and to move its decimal point takes
+// powers of five and two. Several times as fast as the library's way.
+bool writeUsual(double magnitude, Scientific& number) noexcept {
+  constexpr std::uint64_t kFirstTooLong = 1'000'000'000'000'000;
+  constexpr int kFractionBits = 52;
+  constexpr int kBias = 1023;
+  constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kFractionBits;
+  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+  const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
+  const int exponent = static_cast<int>(bits >> kFractionBits) - kBias - kFractionBits;
+  // floor(log10(2^n)), for the highest bit alone: the number's own exponent or one less.
+  number.exponent = ((exponent + kFractionBits) * 78913) >> 18;
+  std::uint64_t digits = 0;
+  for (;; ++number.exponent) {
+    const int move = kRealDigits - 1 - number.exponent;
+    const int places = -(exponent + move);
+    if (move < 0 || move > kMostFives || places < 1 || places > 127) return false;
+    digits = roundedShift(UInt128{mantissa} * kFives[static_cast<std::size_t>(move)], places);
+    if (digits < kFirstTooLong) break;
+  }
+  number.count = kRealDigits;
+  for (std::size_t i = number.count; i-- > 0; digits /= 10)
+    number.digits[i] = static_cast<char>('0' + digits % 10);
+  dropTrailingZeros(number);
+  return true;
+}
+
 Scientific scientificOf(double magnitude, int precision) noexcept {
   Scientific result;
+  if (precision == kRealDigits && writeUsual(magnitude, result)) return result;
   std::array<char, 48> buffer;
   const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
                                      std::chars_format::scientific, precision - 1);
@@ -44,7 +95,7 @@ Scientific scientificOf(double magnitude, int precision) noexcept {
   for (const char* c = buffer.data(); c != mark; ++c) {
     if (*c != '.') result.digits[result.count++] = *c;
   }
-  while (result.count > 1 && result.digits[result.count - 1] == '0') --result.count;
+  dropTrailingZeros(result);
   const char* exponent = mark + 1;
   if (*exponent == '+') ++exponent;
   std::from_chars(exponent, written.ptr, result.exponent);

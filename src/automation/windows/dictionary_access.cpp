@@ -17,7 +17,7 @@ struct DictionaryMaker::Kept {
 DictionaryMaker::DictionaryMaker() noexcept = default;
 DictionaryMaker::~DictionaryMaker() = default;
 
-IDictionary* DictionaryMaker::make(std::size_t) noexcept {
+IDictionary* DictionaryMaker::make() noexcept {
   void* found = nullptr;
   if (kept_ == nullptr) {
     if (FAILED(CoGetClassObject(kClsidDictionary, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,

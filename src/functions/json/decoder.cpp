@@ -3,9 +3,9 @@
 #include <quendal/object.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <new>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +25,44 @@ struct ReleaseDictionary {
 };
 using OwnedDictionary = std::unique_ptr<automation::IDictionary, ReleaseDictionary>;
 
+/// Values that no array or object has taken yet, the latest one last.
+class Values {
+ public:
+  Values() = default;
+  Values(const Values&) = delete;
+  Values& operator=(const Values&) = delete;
+  ~Values() {
+    for (VARIANT& value : values_) VariantClear(&value);
+  }
+
+  [[nodiscard]] std::size_t count() const noexcept { return values_.size(); }
+  [[nodiscard]] VARIANT& last() noexcept { return values_.back(); }
+  void pop() noexcept { values_.pop_back(); }
+
+  /// A new last one, whose content is to be set.
+  VARIANT& push(VARTYPE type) {
+    VARIANT& value = values_.emplace_back();
+    value.vt = type;
+    return value;
+  }
+
+  /// Moves those from `first` on into an array, which is the last one then. It is no vector, as
+  /// pages may push onto it.
+  void gather(std::size_t first) {
+    SAFEARRAYBOUND bound{static_cast<ULONG>(values_.size() - first), 0};
+    values_.reserve(first + 1);
+    SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
+    if (array == nullptr) throw std::bad_alloc();
+    std::copy(values_.begin() + static_cast<std::ptrdiff_t>(first), values_.end(),
+              static_cast<VARIANT*>(array->pvData));
+    values_.resize(first);
+    push(kVariantArray).parray = array;
+  }
+
+ private:
+  std::vector<VARIANT> values_;
+};
+
 class Decoder {
  public:
   explicit Decoder(std::u16string_view text) noexcept
@@ -43,17 +81,16 @@ class Decoder {
   [[nodiscard]] bool isAt(char16_t c) const noexcept { return at_ != end_ && *at_ == c; }
   void skipBlanks() noexcept { at_ = std::find_if_not(at_, end_, isBlank); }
 
-  std::optional<Variant> beginValue();
-  std::optional<Variant> beginObject();
-  std::optional<Variant> beginArray();
-  std::optional<Variant> continueWith(Variant value);
-  void addMember(Open& object, Variant value);
+  bool beginValue();
+  bool beginObject();
+  bool beginArray();
+  bool endsInnermost();
+  void addMember(Open& object);
   void readKey(Open& object);
-  Variant closeInnermost();
-  Variant takeElements(std::size_t first);
+  void closeInnermost();
 
-  Variant readWord();
-  Variant readNumber();
+  void readWord();
+  void readNumber();
   const char16_t* findNumber();
   std::u16string_view readString();
   std::u16string_view readStringWithEscapes(const char16_t* begin);
@@ -62,110 +99,115 @@ class Decoder {
 
   const char16_t* at_;
   const char16_t* const end_;
-  const char16_t* nextDigit_;      // no digit stands from where findNumber last looked up to here
-  std::vector<Open> open_;         // in place of calls within calls: they would use up the stack
-  std::vector<Variant> elements_;  // of the arrays that are open, those of the innermost one last
-  std::u16string unescaped_;       // a string with escapes
+  const char16_t* nextDigit_;  // no digit stands from where findNumber last looked up to here
+  std::vector<Open> open_;     // in place of calls within calls: they would use up the stack
+  Values values_;
+  std::u16string unescaped_;  // a string with escapes
   NestingLimit limit_;
   automation::DictionaryMaker maker_;
 };
 
 Variant Decoder::run() {
-  std::optional<Variant> value;
+  bool isComplete = false;
   do {
-    value = beginValue();
-    while (value && !open_.empty()) value = continueWith(std::move(*value));
-  } while (!value);
-  return std::move(*value);
+    isComplete = beginValue();
+    while (isComplete && !open_.empty()) isComplete = endsInnermost();
+  } while (!isComplete);
+  Variant value = Variant::attach(values_.last());
+  values_.pop();
+  return value;
 }
 
-// Reads a value, or only the start of an array or object, whose first value comes next then: that
-// gives nothing.
-std::optional<Variant> Decoder::beginValue() {
+// Reads a value, or only the start of an array or object, whose first value comes next then.
+// Returns whether the value is complete: it is the last one of `values_`.
+bool Decoder::beginValue() {
   skipBlanks();
   switch (at_ != end_ ? *at_ : u'\0') {
     case u'{':
       return beginObject();
     case u'[':
       return beginArray();
-    case u'"':
+    case u'"': {
       ++at_;
-      return Variant(readString());
+      VARIANT& value = values_.push(VT_BSTR);
+      value.bstrVal = newBstr(readString());
+      return true;
+    }
+    case u'n':
+    case u't':
+    case u'f':
+      readWord();
+      return true;
     default:
-      return readWord();
+      readNumber();
+      return true;
   }
 }
 
-std::optional<Variant> Decoder::beginObject() {
+bool Decoder::beginObject() {
   limit_.checkBelow(open_.size());
   ++at_;
-  OwnedDictionary dictionary(maker_.make(0));
+  OwnedDictionary dictionary(maker_.make());
   if (dictionary == nullptr) throw AutomationError(error_number::kCannotCreate);
   open_.push_back({std::move(dictionary), {}});
   skipBlanks();
-  if (isAt(u'}')) return closeInnermost();
+  if (isAt(u'}')) {
+    closeInnermost();
+    return true;
+  }
   readKey(open_.back());
-  return std::nullopt;
+  return false;
 }
 
-std::optional<Variant> Decoder::beginArray() {
+bool Decoder::beginArray() {
   limit_.checkBelow(open_.size());
   ++at_;
-  open_.push_back({nullptr, {}, elements_.size()});
+  open_.push_back({nullptr, {}, values_.count()});
   skipBlanks();
-  if (isAt(u']')) return closeInnermost();
-  return std::nullopt;
+  if (!isAt(u']')) return false;
+  closeInnermost();
+  return true;
 }
 
-// Puts a value into the innermost array or object. Gives that when this was its last one.
-std::optional<Variant> Decoder::continueWith(Variant value) {
+// Puts the value just read into the innermost array or object. Returns whether that was its last
+// one; then the array or object is the value just read.
+bool Decoder::endsInnermost() {
   Open& innermost = open_.back();
   const bool isObject = innermost.dictionary != nullptr;
-  if (isObject)
-    addMember(innermost, std::move(value));
-  else
-    elements_.push_back(std::move(value));
+  if (isObject) addMember(innermost);
   skipBlanks();
-  if (isAt(isObject ? u'}' : u']')) return closeInnermost();
+  if (isAt(isObject ? u'}' : u']')) {
+    closeInnermost();
+    return true;
+  }
   if (!isAt(u',')) raiseError(u"Expecting , delimiter");
   ++at_;
   if (isObject) {
     skipBlanks();
     readKey(innermost);
   }
-  return std::nullopt;
+  return false;
 }
 
-void Decoder::addMember(Open& object, Variant value) {
-  VARIANT item = value.release();
-  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), item);
+void Decoder::addMember(Open& object) {
+  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), values_.last());
+  values_.pop();
   if (SUCCEEDED(code)) return;
   // The error leaves with the standard text of its number instead of the dictionary's own.
   SetErrorInfo(0, nullptr);
   throw AutomationError(AutomationError::fromRuntime(code).number());
 }
 
-Variant Decoder::closeInnermost() {
+void Decoder::closeInnermost() {
   ++at_;
-  Open closed = std::move(open_.back());
+  Open& closed = open_.back();
+  if (closed.dictionary == nullptr) {
+    values_.gather(closed.firstElement);
+  } else {
+    VARIANT& value = values_.push(VT_DISPATCH);
+    value.pdispVal = closed.dictionary.release();
+  }
   open_.pop_back();
-  if (closed.dictionary == nullptr) return takeElements(closed.firstElement);
-  VARIANT value{};
-  value.vt = VT_DISPATCH;
-  value.pdispVal = closed.dictionary.release();
-  return Variant::attach(value);
-}
-
-// Moves the elements from `first` on into an array of their own: no vector, as pages may push
-// onto it.
-Variant Decoder::takeElements(std::size_t first) {
-  SAFEARRAYBOUND bound{static_cast<ULONG>(elements_.size() - first), 0};
-  SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 1, &bound);
-  if (array == nullptr) throw std::bad_alloc();
-  auto* place = static_cast<VARIANT*>(array->pvData);
-  for (std::size_t i = first; i < elements_.size(); ++i) *place++ = elements_[i].release();
-  elements_.resize(first);
-  return Variant::array(array);
 }
 
 void Decoder::readKey(Open& object) {
@@ -179,27 +221,31 @@ void Decoder::readKey(Open& object) {
 }
 
 // A value that is one of three words, or else a number.
-Variant Decoder::readWord() {
+void Decoder::readWord() {
   const std::u16string_view rest(at_, static_cast<std::size_t>(end_ - at_));
   const auto skip = [&](std::u16string_view word) {
     if (!rest.starts_with(word)) return false;
     at_ += word.size();
     return true;
   };
-  if (skip(u"null")) return Variant::null();
-  if (skip(u"true")) return Variant(Boolean::True);
-  if (skip(u"false")) return Variant(Boolean::False);
-  return readNumber();
+  if (skip(u"null"))
+    values_.push(VT_NULL);
+  else if (skip(u"true"))
+    values_.push(VT_BOOL).boolVal = VARIANT_TRUE;
+  else if (skip(u"false"))
+    values_.push(VT_BOOL).boolVal = VARIANT_FALSE;
+  else
+    readNumber();
 }
 
 // Where no value of another kind stands, the next number of the text counts as the value, however
 // far away it begins. What is passed over is not the way up to it, but as many characters from
 // here on as the number has. Deliberate.
-Variant Decoder::readNumber() {
+void Decoder::readNumber() {
   const char16_t* const begin = findNumber();
   const Number number = json::readNumber(begin, end_);
   at_ += number.end - begin;
-  return Variant(number.value);
+  values_.push(VT_R8).dblVal = number.value;
 }
 
 // Where the next number begins. In a text of many wrong values before one number that is the same

@@ -63,7 +63,7 @@ class Encoder {
  public:
   void encode(const VARIANT& value);
 
-  [[nodiscard]] Text text() const { return out_.text(); }
+  [[nodiscard]] Text take() { return out_.take(); }
 
  private:
   bool begin(const VARIANT& value, Variant* owner = nullptr);
@@ -129,9 +129,9 @@ void Encoder::writePlain(const VARIANT& value) {
     case VT_R8:
       return out_.putNumber(value.dblVal);
     case VT_I2:
-      return out_.put(decimalText(value.iVal));
+      return out_.putInteger(value.iVal);
     case VT_I4:
-      return out_.put(decimalText(value.lVal));
+      return out_.putInteger(value.lVal);
     case VT_R4:
       return out_.putNumber(textOf(value));
     case VT_NULL:
@@ -244,7 +244,7 @@ void Encoder::close(char16_t bracket) {
 Variant encode(const VARIANT& value) {
   Encoder encoder;
   encoder.encode(value);
-  return Variant(encoder.text());
+  return Variant(encoder.take());
 }
 
 }  // namespace quendal::json

@@ -3,6 +3,7 @@
 #include <quendal/error.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -57,9 +58,15 @@ Number readNumber(const char16_t* begin, const char16_t* end) {
     for (; begin != end; ++begin) whole = whole * 10 + (*begin - u'0');
     return {static_cast<double>(whole), end};
   }
-  const std::string text(begin, end);  // ASCII
+  std::array<char, 64> usual;
+  std::string longer;
+  const auto size = static_cast<std::size_t>(end - begin);
+  if (size > usual.size()) longer.resize(size);
+  char* const copy = longer.empty() ? usual.data() : longer.data();
+  std::transform(begin, end, copy, [](char16_t c) { return static_cast<char>(c); });  // ASCII
+  const std::string_view text(copy, size);
   double value = text.front() == '-' ? -0.0 : 0.0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+  const auto read = std::from_chars(copy, copy + size, value);
   if (read.ec != std::errc() && isTooGreat(text)) throw AutomationError(error_number::kOverflow);
   return {value, end};
 }

@@ -4,11 +4,9 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <new>
+#include <string>
 
-#include "automation/text_output.h"
-#include "base/text.h"
 #include "functions/json/characters.h"
 
 namespace quendal::json {
@@ -38,47 +36,74 @@ std::u16string escapeOf(char16_t special) {
 
 }  // namespace
 
+void Writer::grow(std::size_t count) {
+  constexpr std::size_t kFirst = 256;
+  constexpr std::size_t kLongest = 0x7FFFFFFF / sizeof(char16_t);
+  if (count > kLongest - length_) throw std::bad_alloc();
+  if (!memory_.resize(std::max({kFirst, length_ + count, memory_.capacity() * 2})))
+    throw std::bad_alloc();
+}
+
+Text Writer::take() {
+  Text text = Text::attach(memory_.take(length_));
+  if (text.get() == nullptr) throw std::bad_alloc();
+  length_ = 0;
+  return text;
+}
+
+void Writer::put(std::u16string_view characters) {
+  length_ += characters.copy(room(characters.size()), characters.size());
+}
+
 void Writer::putQuoted(std::u16string_view characters) {
-  text_ += u'"';
-  text_ += characters;
-  text_ += u'"';
+  put(u'"');
+  put(characters);
+  put(u'"');
 }
 
 void Writer::putKey(std::u16string_view characters, bool isFirst) {
-  if (!isFirst) text_ += u',';
+  if (!isFirst) put(u',');
   putQuoted(characters);
-  text_ += u':';
+  put(u':');
 }
 
 void Writer::putText(std::u16string_view text) {
-  text_ += u'"';
+  put(u'"');
   while (true) {
     const auto special = std::find_if(text.begin(), text.end(), isSpecial);
-    text_.append(text.begin(), special);
+    put({text.begin(), special});
     if (special == text.end()) break;
-    text_.append(u"\\").append(escapeOf(*special));
+    put(u'\\');
+    put(escapeOf(*special));
     text = {special + 1, text.end()};
   }
-  text_ += u'"';
+  put(u'"');
+}
+
+void Writer::putInteger(std::int64_t value) {
+  std::array<char16_t, 20> digits;
+  auto first = digits.end();
+  auto rest = value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+  do {
+    *--first = static_cast<char16_t>(u'0' + rest % 10);
+    rest /= 10;
+  } while (rest != 0);
+  if (value < 0) *--first = u'-';
+  put({first, digits.end()});
 }
 
 void Writer::putNumber(double value) {
   // Whole numbers are written with all their digits while these are at most 15.
   constexpr double kLeastScientific = 1e15;
-  if (std::fabs(value) < kLeastScientific && std::trunc(value) == value)
-    return put(decimalText(static_cast<std::int64_t>(value)));
-  std::array<char16_t, automation::kLongestRealText> text;
-  put({text.data(), automation::writeRealText(value, text.data())});
+  if (std::fabs(value) < kLeastScientific) {
+    const auto whole = static_cast<std::int64_t>(value);
+    if (static_cast<double>(whole) == value) return putInteger(whole);
+  }
+  length_ += automation::writeRealText(value, room(automation::kLongestRealText));
 }
 
 void Writer::putNumber(std::u16string_view ordinaryText) {
-  std::ranges::replace_copy(ordinaryText, std::back_inserter(text_), u',', u'.');
-}
-
-Text Writer::text() const {
-  constexpr std::size_t kLongest = 0x7FFFFFFF / sizeof(char16_t);
-  if (text_.size() > kLongest) throw std::bad_alloc();
-  return Text(text_);
+  for (const char16_t c : ordinaryText) put(c == u',' ? u'.' : c);
 }
 
 }  // namespace quendal::json
