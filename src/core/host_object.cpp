@@ -1,6 +1,7 @@
 #include <quendal/host_object.h>
 
 #include <algorithm>
+#include <deque>
 #include <exception>
 #include <map>
 #include <new>
@@ -28,17 +29,31 @@ HRESULT report(EXCEPINFO* exception, const AutomationError& error) {
   return DISP_E_EXCEPTION;
 }
 
+AutomationError currentError() {
+  try {
+    throw;
+  } catch (const AutomationError& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return AutomationError(error_number::kOutOfMemory);
+  } catch (const std::exception& error) {
+    return AutomationError(error_number::kInternal, fromUtf8(error.what()));
+  } catch (...) {
+    return AutomationError(error_number::kInternal);
+  }
+}
+
 /// Runs what the host has written and makes what it throws what an object reports.
 template <class Body>
-HRESULT guarded(EXCEPINFO* exception, Body&& body) {
+HRESULT guarded(EXCEPINFO* exception, Body&& body) noexcept {
   try {
     return body();
-  } catch (const AutomationError& error) {
-    return report(exception, error);
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (const std::exception& error) {
-    return report(exception, AutomationError(error_number::kInternal, fromUtf8(error.what())));
+  } catch (...) {
+    try {
+      return report(exception, currentError());
+    } catch (...) {
+      return E_OUTOFMEMORY;
+    }
   }
 }
 
@@ -50,13 +65,16 @@ class Enumerator final : public Counted<IEnumVARIANT> {
     return answer(iid, {{IID_IEnumVARIANT, static_cast<IEnumVARIANT*>(this)}}, object);
   }
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* fetched) override {
-    return guarded(nullptr, [&] {
-      ULONG given = 0;
+    ULONG given = 0;
+    const HRESULT ended = guarded(nullptr, [&] {
       for (Variant element; given < count && next_(element); ++given)
         items[given] = element.release();
-      if (fetched != nullptr) *fetched = given;
       return given == count ? S_OK : S_FALSE;
     });
+    if (FAILED(ended))
+      while (given > 0) VariantClear(&items[--given]);
+    if (fetched != nullptr) *fetched = given;
+    return ended;
   }
   HRESULT STDMETHODCALLTYPE Skip(ULONG) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE Reset() override { return E_NOTIMPL; }
@@ -81,7 +99,8 @@ struct HostObject::Definition {
     Call put;
     Count count;
   };
-  std::vector<Member> members{1};  // by DISPID; the first is the default member
+  // By DISPID; the first is the default member. They stay where they are when more are added.
+  std::deque<Member> members{1};
   std::map<std::u16string, DISPID, NameOrder> ids;
   std::function<HostObject::Next()> begin;
   std::function<void()> beforeCalls;
