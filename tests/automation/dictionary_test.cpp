@@ -1,5 +1,6 @@
 // What the library relies on in the keyed container, the system's own or ours.
 #include "automation/dictionary_fixture.h"
+#include "automation/dispatch.h"
 
 namespace quendal::test {
 namespace {
@@ -20,6 +21,7 @@ TEST_F(DictionaryTest, KeepsTheOrderOfInsertionAndRefusesWithNumberedErrors) {
   EXPECT_EQ(call(u"Count"), "4");
   EXPECT_EQ(put(u"CompareMode", {1}), "error 5");
   EXPECT_EQ(call(u"Add", {7}), "error 14");  // DISP_E_BADPARAMCOUNT
+  EXPECT_EQ(call(u"Exists", {3, 7}), "error 14");
   EXPECT_EQ(put(u"Count", {7}), "error 3");  // DISP_E_MEMBERNOTFOUND
   EXPECT_EQ(call(u"RemoveAll"), "~");
   EXPECT_EQ(call(u"Keys"), "[]");
@@ -38,6 +40,9 @@ TEST_F(DictionaryTest, KeysAreTheSameByValue) {
 }
 
 TEST_F(DictionaryTest, ComparesTextWithoutCaseWhenAsked) {
+  EXPECT_EQ(call(u"Add", {1, 1}), "~");
+  EXPECT_EQ(put(u"CompareMode", {1}), "error 5");  // of an empty one alone
+  EXPECT_EQ(call(u"RemoveAll"), "~");
   EXPECT_EQ(put(u"CompareMode", {1}), "~");
   for (std::size_t i = 0; i < 50; ++i) call(u"Add", {u"Key" + std::u16string(i, u'X'), int(i)});
   EXPECT_EQ(call(u"Item", {u"kEYxxxxx"}), "5");
@@ -66,6 +71,14 @@ TEST_F(DictionaryTest, OwnsWhatItHolds) {
     EXPECT_EQ(referencesOf(object), 3U);
     EXPECT_EQ(call(u"Add", {u"c", value}), "~");
   }
+  EXPECT_EQ(referencesOf(object), 2U);
+  // An answer that nobody takes is freed.
+  DISPID items = DISPID_UNKNOWN;
+  DISPPARAMS none{};
+  ASSERT_EQ(automation::memberId(dictionary_.table(), u"Items", &items), S_OK);
+  EXPECT_EQ(dictionary_.table()->Invoke(items, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr,
+                                        nullptr, nullptr),
+            S_OK);
   EXPECT_EQ(referencesOf(object), 2U);
   EXPECT_EQ(call(u"RemoveAll"), "~");
   EXPECT_EQ(referencesOf(object), 1U);

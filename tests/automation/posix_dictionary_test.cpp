@@ -23,6 +23,7 @@ TEST_F(PosixDictionaryTest, MoreKeysAreTheSameByValue) {
       {0.0, -0.0, true},
       {std::nan(""), std::nan(""), true},
       {Variant(), 0, false},
+      {Variant(), Variant::null(), false},
       {Variant(), u"", false},
       {i8(9007199254740993), i8(9007199254740992), false},
       {ui8(~0ULL), -1, false},
@@ -46,6 +47,7 @@ TEST_F(PosixDictionaryTest, RenamesInPlace) {
   EXPECT_EQ(put(u"Key", {1, 1.0}), "~");  // the same key
   EXPECT_EQ(put(u"Key", {4, 5}), "~");
   EXPECT_EQ(call(u"Keys") + call(u"Items"), "[1 two 3 5][10 20 30 ~]");
+  for (int i = 5; i < 100; ++i) EXPECT_EQ(put(u"Key", {i, i + 1}), "~");
 }
 
 // Against a plain model, through growth, removal and renaming.

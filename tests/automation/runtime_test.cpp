@@ -1,5 +1,6 @@
 // Arrays, and conversions between the types of values: the same tables hold for the system's own
 // runtime.
+#include <memory>
 #include <utility>
 
 #include "automation/values.h"
@@ -65,6 +66,17 @@ TEST(Arrays, RedimReleasesWhatGoes) {
   ASSERT_EQ(SafeArrayRedim(array.parray, &bound), S_OK);
   EXPECT_EQ(referencesOf(object), 1U);
   EXPECT_EQ(shownArray(array), "[first]");
+  // What goes may reach the array, but not change its size meanwhile.
+  HRESULT inside = S_OK;
+  const auto redim = [&](Variant*) { inside = SafeArrayRedim(array.parray, &bound); };
+  std::shared_ptr<Variant> last(nullptr, redim);
+  VariantClear(static_cast<VARIANT*>(array.parray->pvData));
+  *static_cast<VARIANT*>(array.parray->pvData) =
+      Variant(ScriptObject().member(u"Any", [last](auto) { return Variant(); }).object()).release();
+  last.reset();
+  bound.cElements = 0;
+  EXPECT_EQ(SafeArrayRedim(array.parray, &bound), S_OK);
+  EXPECT_EQ(inside, DISP_E_ARRAYISLOCKED);
 }
 
 TEST(Conversion, NumbersToText) {

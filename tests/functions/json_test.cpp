@@ -166,7 +166,7 @@ TEST(JsonDecode, NestsAsDeepOnASmallStackAsFitsAndNoDeeper) {
     const std::size_t deep = platform::nestingThatFits() * 9 / 10;
     EXPECT_GE(deep, 200u);
     const std::tuple<std::u16string_view, std::u16string_view, std::size_t> rows[] = {
-        {u"[", u"]", 1}, {u"{\"a\":[[[", u"]]]}", 4}};
+        {u"[", u"]", 1}, {u"{\"a\":", u"}", 1}, {u"{\"a\":[[[", u"]]]}", 4}};
     for (const auto& [open, close, levels] : rows) {
       for (const std::size_t count : {deep / levels, std::size_t{4'000}, std::size_t{1'000'000}}) {
         const std::u16string text = repeated(open, count) + u"1" + repeated(close, count);
@@ -236,7 +236,7 @@ TEST(JsonEncode, WritesEachKindOfValue) {
 
 // Whatever the way to it: the text is that of the platform's own conversion, with "." for ",".
 TEST(JsonEncode, NumbersHaveTheirOrdinaryText) {
-  std::vector<double> values = {-0.0,   1.0 / 3, 0.1 + 0.2, 999999999999999.0,
+  std::vector<double> values = {-0.0,   1.0 / 3, 0.1 + 0.2, 999999999999999.0,  1e15,
                                 1.5e20, 1e-5,    4.9e-324,  0.99999999999999994};
   for (double value = 1; value < 1e18; value *= 7)
     values.insert(values.end(), {-value + 1, value / 1024});
