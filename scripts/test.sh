@@ -142,6 +142,7 @@ run_windows() {
       "$root/scripts/compare_versions.sh" "$root/build/asan/print_versions" "$out/print_versions.exe"
   fi
   wine_stop "$bits"
+  [ "$bits" != 64 ] || check "the log in the README is that of a real run" "$root/scripts/readme.sh" --check
 }
 
 run_site() {
