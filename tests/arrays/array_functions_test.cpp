@@ -227,6 +227,7 @@ std::string spliced(PageVariable& page, std::int32_t offset, std::int32_t length
 TEST(Splice, RemovesAndInserts) {
   const std::tuple<Variant, int, int, const char16_t*, const char*, const char*> rows[] = {
       {of(u"abcde"), 1, 2, u"", "[b c]", "[a d e]"},
+      {of(u"abcde"), 0, 1, u"", "[a]", "[b c d e]"},
       {of(u"abcde"), 1, 1, u"xyz", "[b]", "[a x y z c d e]"},
       {of(u"abcde"), 5, 3, u"xy", "[]", "[a b c d e x y]"},
       {of(u"abcde"), -1, 9, u"x", "[e]", "[a b c d x]"},

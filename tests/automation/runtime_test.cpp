@@ -127,7 +127,7 @@ TEST(Conversion, RoundsHalfToEvenAndRefusesWhatDoesNotFit) {
 
 TEST(Conversion, TextToNumbers) {
   const std::pair<VARTYPE, std::u16string_view> rows[] = {
-      {VT_I2, u" 12 =12|&HFFFF=-1|&H10000=overflow|32768=overflow"},
+      {VT_I2, u" 12 =12|&HFFFF=-1|&H10000=overflow|32768=overflow|-32768=-32768"},
       {VT_I4, u"+5=5|12-=-12|(5)=-5|1,234,567=1234567|&H1f=31|&O17=15|&HFFFFFFFF=-1|3.5=4"},
       {VT_I8, u"9223372036854775807=9223372036854775807|9223372036854775808=overflow"},
       {VT_R8, u"$5=5|.5=0.5|5.=5|1E-2=0.01|1e-400=0|1e400=overflow"},
@@ -140,6 +140,14 @@ TEST(Conversion, TextToNumbers) {
     });
   forEachText(u"| |.|-|12x|x12|1 2|1.2.3|-12-|1e|1e5.5|&H|&HG|&17|0x10|True|Inf|(5|5)|,5|\u0661",
               [](auto wrong) { EXPECT_EQ(convert(Variant(wrong), VT_R8), "type mismatch"); });
+}
+
+TEST(Conversion, AReferenceBecomesItsValueInPlace) {
+  Variant number(7);
+  VARIANT reference = typedReference(VT_I4, &number.lVal);
+  EXPECT_EQ(VariantCopyInd(&reference, &reference), S_OK);
+  EXPECT_EQ(reference.vt, VT_I4);
+  EXPECT_EQ(reference.lVal, 7);
 }
 
 TEST(Conversion, OtherPairs) {
