@@ -31,6 +31,7 @@ TEST(DateText, IsReadAsBothHomesDo) {
       {dateSerial(2013, 12, 31, 0, 0, 0), u"13/31/12|13/12/31"},
       {dateSerial(2029, 2, 13, 0, 0, 0), u"13/2/29"},  // 2013 was no leap year
       {dateSerial(2005, 3, 1, 0, 0, 0), u"March 2005|3/2005|2005-03"},
+      {dateSerial(2049, 3, 1, 0, 0, 0), u"3/2049|2049-03"},
       {dateSerial(thisYear, 3, 5, 0, 0, 0), u"3/5|March 5|5 March"},
       {dateSerial(1975, 3, 5, 0, 0, 0), u"3/5/75|5 Mar 75"},
       {-1.25, u"12/29/1899 6:00"},
@@ -49,7 +50,7 @@ TEST(DateText, IsReadAsBothHomesDo) {
       u"|31 April 2005|March 32, "
       u"2005|13/13/2005|31/31|0/5/2005|1/1/10000|3/5/|/3/5|3//5/2005|3/5/2005x|3/5/2005,"
       u"|3.5.2005|March March 5 2005|5 March 2005 6|24:00|14:60|14:30:60|2:30:|:30|1:2:3:4"
-      u"|14:30:09.5|2:30 PM PM|2:30 a.m.|2:30 AM 3/5/2005 4:00|2005-03-05Z",
+      u"|14:30:09.5|2:30 PM PM|2:30 a.m.|2:30 AM 3/5/2005 4:00|2005-03-05Z|2005/3/261",
       [&date](std::u16string_view text) { EXPECT_FALSE(automation::parseDate(text, date)); });
   EXPECT_FALSE(automation::parseDate({u"3/5/2005\0x", 10}, date));
   EXPECT_FALSE(automation::parseDate(std::u16string(100000, u'/'), date));

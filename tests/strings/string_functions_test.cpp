@@ -38,7 +38,7 @@ void expectAll(std::initializer_list<std::tuple<const char16_t*, Variant, const 
 
 TEST(TextFunctions, TurnTextIntoText) {
   expectPairs(u"URLEncode",
-              u"a-b_c.d=a%2Db%5Fc%2Ed|AZaz09@[`{/:=AZaz09%40%5B%60%7B%2F%3A|\t\n=%9%A");
+              u"a-b_c.d=a%2Db%5Fc%2Ed|AZaz09@[`{/:=AZaz09%40%5B%60%7B%2F%3A|\t\n\x10=%9%A%10");
   expectPairs(u"URLDecode", u"a+b%20c%2d=a b c-|%41%4a%4A%7E!&=AJJ~!&|\u20AC\u00E9=\u20AC\u00E9");
   expectPairs(u"SafeSQLString",
               u"O'Brien=O''Brien|&#39;x&#39;=''x''|&#34;&#32;&#38;&#60;&#61;&#62;=\" &<=>"
