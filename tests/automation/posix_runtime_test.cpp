@@ -77,7 +77,7 @@ TEST(PosixAutomation, ConvertsWhereSystemsDiffer) {
                      {u"3/5/29", VT_DATE, "47182"},
                      {u"3/5/30", VT_DATE, "11022"},
                      {u"31 March 05", VT_DATE, "38442"}});
-  forEachText(u"2005-03-05T|T14:30|2005-03-05T14:30:00Z|,3/5/2005",
+  forEachText(u"2005-03-05T|T14:30|2005-03-05T14:30:00Z|,3/5/2005|1/2-2005",
               [](auto wrong) { EXPECT_EQ(convert(Variant(wrong), VT_DATE), "type mismatch"); });
 }
 

@@ -251,6 +251,7 @@ TEST(FormatDateTime, ReplacesEveryToken) {
       {midnight, u"#HH12 #H12 #HH #H24 #HH24 #H #AMPM", "12 12 12 0 00 0 AM"},
       {midnight, u"#MMMM#MM", "January01"},
       {noon, u"#H12 #HH #AMPM", "12 12 PM"},
+      {noon, u"#H12 #HH12", "12 12"},
       {noon, u"", ""},
       {noon, u"#Dd #dd #X # ## #", "31d #dd #X # ## #"},
       {date(100, 1, 1), u"#YYYY #YY #WWWW", "100 00 Friday"},
