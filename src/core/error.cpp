@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 
+#include "base/text.h"
 #include "core/names.h"
 
 namespace quendal {
@@ -86,10 +87,7 @@ std::string asciiOf(std::u16string_view text) {
 }
 
 std::u16string hexadecimal(HRESULT code) {
-  std::u16string result = u"0x";
-  for (int shift = 28; shift >= 0; shift -= 4)
-    result += u"0123456789ABCDEF"[(static_cast<std::uint32_t>(code) >> shift) & 0xF];
-  return result;
+  return u"0x" + hexText(static_cast<std::uint32_t>(code), 8);
 }
 
 }  // namespace

@@ -58,10 +58,7 @@ std::u16string htmlEncode(std::u16string_view text) {
 
 std::u16string urlEncode(std::u16string_view text) {
   return encoded(text, isAlphanumeric, [](std::u16string& out, unsigned code) {
-    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
-    out += u'%';
-    if (code >= 16) out += kDigits[code / 16];
-    out += kDigits[code % 16];
+    out.append(u"%").append(hexText(code, code >= 16 ? 2 : 1));
   });
 }
 

@@ -12,9 +12,9 @@ class Json {
  public:
   static constexpr std::u16string_view kClassName = u"JSON";
 
-  /// The JSON text of a value: see json_encoder.h.
+  /// The JSON text of a value: see json/encoder.h.
   Variant encode(VariantRef& value);
-  /// The value of a JSON text: see json_decoder.h. Other values than text are read as their text.
+  /// The value of a JSON text: see json/decoder.h. Other values than text are read as their text.
   Variant decode(VariantRef& text);
 };
 

@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 
+#include "base/text.h"
 #include "functions/json/characters.h"
 
 namespace quendal::json {
@@ -14,7 +15,6 @@ namespace {
 
 // What stands behind the backslash. "/" needs no escape and deliberately gets none.
 std::u16string escapeOf(char16_t special) {
-  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
   switch (special) {
     case u'\b':
       return u"b";
@@ -30,7 +30,7 @@ std::u16string escapeOf(char16_t special) {
     case u'\\':
       return {special};
     default:
-      return {u'u', u'0', u'0', kDigits[special / 16], kDigits[special % 16]};
+      return u"u" + hexText(special, 4);
   }
 }
 
