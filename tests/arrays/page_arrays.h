@@ -10,6 +10,7 @@
 #include "core/array_view.h"
 #include "core/variant_ref.h"
 #include "tests/core/raw_call.h"
+#include "tests/support/outcome.h"
 
 namespace quendal::test {
 
@@ -71,16 +72,5 @@ struct PageVariable {
 inline constexpr struct {
   bool typed, twice;
 } kWays[] = {{false, false}, {true, false}, {false, true}, {true, true}};
-
-/// The number that a step raises, 0 for none.
-template <class Step>
-int raisedBy(Step&& step) {
-  try {
-    step();
-    return 0;
-  } catch (const AutomationError& error) {
-    return error.number();
-  }
-}
 
 }  // namespace quendal::test

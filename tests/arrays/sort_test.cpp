@@ -1,6 +1,4 @@
 // Sort of arrays and of dictionaries, and the order of values under it.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <tuple>
@@ -9,8 +7,7 @@
 #include "arrays/dictionary_functions.h"
 #include "arrays/sort_in_place.h"
 #include "core/dictionary.h"
-#include "tests/arrays/page_arrays.h"
-#include "tests/support/script_object.h"
+#include "tests/automation/values.h"
 
 namespace quendal::test {
 namespace {
@@ -21,21 +18,13 @@ constexpr SortOrder kTextDown{CompareMode::Text, true};
 
 Variant number(double value) { return Variant(value); }
 
-Variant typed64(VARTYPE type, std::int64_t value) {
-  Variant result;
-  result.llVal = value;
-  result.vt = type;
-  return result;
-}
-
 TEST(Sort, PutsNumbersByValueBeforeTexts) {
   const Object seven = ScriptObject().defaultMember([](auto) { return number(7); }).object();
   const std::tuple<std::vector<Variant>, SortOrder, const char*> rows[] = {
       {{Variant(10), number(9.5), Variant(std::int16_t{-1})}, kText, "[-1 9.5 10]"},
-      {{number(0), Boolean::True, typed64(VT_CY, -5000), Variant()}, kText, "[True -0.5 0 ~]"},
+      {{number(0), Boolean::True, cy(-5000), Variant()}, kText, "[True -0.5 0 ~]"},
       // What doubles cannot tell apart.
-      {{typed64(VT_I8, INT64_MAX), typed64(VT_I8, (1LL << 53) + 1), typed64(VT_I8, 1LL << 53),
-        typed64(VT_I8, INT64_MAX - 1)},
+      {{i8(INT64_MAX), i8((1LL << 53) + 1), i8(1LL << 53), i8(INT64_MAX - 1)},
        kText,
        "[9007199254740992 9007199254740993 9223372036854775806 9223372036854775807]"},
       {{u"a", u"", Variant(), u""}, kTextDown, "[a  ~ ]"},

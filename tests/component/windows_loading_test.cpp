@@ -6,6 +6,7 @@
 
 #include "component/catalogue.h"
 #include "tests/component/windows_dll.h"
+#include "tests/support/outcome.h"
 
 namespace quendal::test {
 namespace {
@@ -31,12 +32,9 @@ std::int32_t errorOfAWrite(const LoadedModule& dll) {
   EXPECT_EQ(dll.call("DllCanUnloadNow"), S_FALSE);
   factory->Release();
   if (FAILED(code)) return code & 0xFFFF;
-  try {
+  return raisedBy([&] {
     Object::attach(static_cast<IDispatch*>(object)).call(u"WriteLog", std::int16_t{1}, u"x");
-    return 0;
-  } catch (const AutomationError& error) {
-    return error.number();
-  }
+  });
 }
 
 constexpr std::int32_t kNoFile = 52;

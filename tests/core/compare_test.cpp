@@ -1,19 +1,9 @@
 // The order of values.
-#include <gtest/gtest.h>
-
 #include "core/compare.h"
-#include "tests/arrays/page_arrays.h"
-#include "tests/support/script_object.h"
+#include "tests/automation/values.h"
 
 namespace quendal::test {
 namespace {
-
-Variant typed(VARTYPE type, std::int64_t bits) {
-  Variant result;
-  result.llVal = bits;
-  result.vt = type;
-  return result;
-}
 
 Variant gives(ScriptObject::Call call) {
   return Variant(ScriptObject().defaultMember(std::move(call)).object());
@@ -35,11 +25,11 @@ TEST(CompareValues, FollowsTheHostsRules) {
     std::partial_ordering order;
   } rows[] = {{yes, Variant(-0.5), less},
               {n(2), Variant::date(2.0), equal},
-              {typed(VT_CY, 20000), n(2), equal},
-              {typed(VT_CY, kBig * 999), typed(VT_CY, kBig * 999 + 1), less},
-              {typed(VT_I8, kBig + 1), typed(VT_I8, kBig + 2), less},
-              {typed(VT_I8, kMost - 1), typed(VT_UI8, kMost), less},
-              {typed(VT_I1, -1), typed(VT_UI4, 0xFFFFFFFF), less},
+              {cy(20000), n(2), equal},
+              {cy(kBig * 999), cy(kBig * 999 + 1), less},
+              {i8(kBig + 1), i8(kBig + 2), less},
+              {i8(kMost - 1), ui8(kMost), less},
+              {make(VT_I1, &VARIANT::cVal, -1), make(VT_UI4, &VARIANT::ulVal, 0xFFFFFFFF), less},
               {t(u"ABC"), t(u"abc"), less},
               {Variant(1e300), t(u""), less},
               {empty, n(0), equal},

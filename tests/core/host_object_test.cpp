@@ -8,7 +8,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/utf8.h"
+#include "tests/core/raw_call.h"
+#include "tests/support/outcome.h"
 
 namespace quendal {
 namespace {
@@ -43,10 +44,7 @@ TEST(HostObject, MembersTakeWhatTheirDescriptionAllows) {
           .object();
   EXPECT_EQ(typeNameOf(Variant(object)), u"Shelf");
   Variant variable(u"by reference");
-  VARIANT reference{};
-  reference.vt = kVariantReference;
-  reference.pvarVal = &variable;
-  const std::vector<Variant> held = {Variant::attach(reference)};
+  const std::vector<Variant> held = {test::referenceTo(variable)};
   const Variant missing = Variant::missing();
   const std::pair<const char*, std::function<Variant()>> rows[] = {
       {"1.2.", [&] { return object.call(u"aNY", u"1", u"2", missing, missing); }},
@@ -67,15 +65,8 @@ TEST(HostObject, MembersTakeWhatTheirDescriptionAllows) {
   object.forEach([&](const Variant& element) { elements += textOf(element); });
   EXPECT_EQ(elements, u"ab");
   int index = 0;
-  for (const auto& [expected, call] : rows) {
-    std::string outcome;
-    try {
-      outcome = toUtf8(textOf(call()));
-    } catch (const AutomationError& error) {
-      outcome = "error " + std::to_string(error.number());
-    }
-    EXPECT_EQ(outcome, expected) << index++;
-  }
+  for (const auto& [expected, call] : rows)
+    EXPECT_EQ(test::textOrError([&] { return toUtf8(textOf(call())); }), expected) << index++;
 }
 
 }  // namespace

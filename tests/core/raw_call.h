@@ -64,20 +64,13 @@ Function* slotOf(std::u16string_view member) {
   return reinterpret_cast<Function*>(std::ranges::find(members, member, &MemberRow::name)->slot);
 }
 
-/// References to a host's variables.
-inline VARIANT referenceTo(VARIANT& variable) {
-  VARIANT result;
-  VariantInit(&result);
-  result.vt = kVariantReference;
-  result.pvarVal = &variable;
-  return result;
-}
-inline VARIANT typedReference(VARTYPE type, void* target) {
-  VARIANT result;
-  VariantInit(&result);
-  result.vt = static_cast<VARTYPE>(VT_BYREF | type);
+/// References to a host's variables, which must outlive them.
+inline Variant typedReference(VARTYPE type, void* target) {
+  Variant result;
   result.byref = target;
+  result.vt = static_cast<VARTYPE>(VT_BYREF | type);
   return result;
 }
+inline Variant referenceTo(VARIANT& variable) { return typedReference(VT_VARIANT, &variable); }
 
 }  // namespace quendal::test

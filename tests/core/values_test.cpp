@@ -5,26 +5,16 @@
 #include "core/array_view.h"
 #include "core/dictionary.h"
 #include "tests/core/raw_call.h"
+#include "tests/support/outcome.h"
 #include "tests/support/script_object.h"
 
 namespace quendal::test {
 namespace {
 
-/// The type and text of what a step gives, or "error N".
-template <class Step>
-std::string shownOrError(Step&& step) {
-  try {
-    const Variant value = step();
-    return toUtf8(typeNameOf(value)) + (isObject(value) ? "" : " " + toUtf8(joinedTextOf(value)));
-  } catch (const AutomationError& error) {
-    return "error " + std::to_string(error.number());
-  }
-}
-
 TEST(Values, AnArrayOfOneTypeKeepsOnlyThatType) {
   const Object object = ScriptObject().defaultMember([](auto) { return Variant(1.0); }).object();
   Variant variable(u"8");
-  const Variant reference = Variant::attach(referenceTo(variable));
+  const Variant reference = referenceTo(variable);
   const struct {
     Variant value;
     VARTYPE type;
@@ -33,7 +23,11 @@ TEST(Values, AnArrayOfOneTypeKeepsOnlyThatType) {
               {reference, VT_VARIANT, "String 8"},  {variable, VT_DISPATCH, "error 424"},
               {Variant::null(), VT_I2, "error 94"}, {object, VT_I2, "error 13"}};
   for (const auto& row : rows)
-    EXPECT_EQ(shownOrError([&] { return elementOf(row.value, row.type); }), row.element);
+    EXPECT_EQ(textOrError([&] {
+                const Variant element = elementOf(row.value, row.type);
+                return toUtf8(typeNameOf(element) + u" " + textOf(element));
+              }),
+              row.element);
   for (const int type : {VT_DISPATCH, VT_UNKNOWN, VT_VARIANT}) {
     const Variant element = elementOf(Variant(object), static_cast<VARTYPE>(type));
     EXPECT_EQ(element.vt, type == VT_VARIANT ? VT_DISPATCH : type);
@@ -54,16 +48,9 @@ TEST(Values, TypesHaveTheHostsNames) {
             "Integer Single Currency Date Error Boolean Nothing Byte Decimal Unknown Variant() ");
 }
 
-/// Number, source and description of what a step raises.
 template <class Step>
 std::string raised(Step&& step) {
-  try {
-    step();
-    return "nothing";
-  } catch (const AutomationError& error) {
-    return std::to_string(error.number()) + " " + toUtf8(error.source()) + ": " +
-           toUtf8(error.description());
-  }
+  return textOrFailure([&] { return step(), std::string(); });
 }
 
 TEST(Failures, HaveTheNumbersAndTextsThatAScriptKnows) {

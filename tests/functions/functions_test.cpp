@@ -90,17 +90,15 @@ class ConcatTest : public ::testing::Test {
   /// "Value|Length|BufferLength", preceded by "number " when the call raised an error.
   template <class... Arguments>
   std::string after(std::u16string_view member, Arguments&&... arguments) {
-    std::string error;
-    try {
+    const int error = raisedBy([&] {
       if (member == u"Value") {
         builder_.put(member, std::forward<Arguments>(arguments)...);
       } else {
         builder_.call(member, std::forward<Arguments>(arguments)...);
       }
-    } catch (const AutomationError& raised) {
-      error = std::to_string(raised.number()) + " ";
-    }
-    return error + get(u"Value") + "|" + get(u"Length") + "|" + get(u"BufferLength");
+    });
+    return (error == 0 ? "" : std::to_string(error) + " ") + get(u"Value") + "|" + get(u"Length") +
+           "|" + get(u"BufferLength");
   }
   std::string get(std::u16string_view property) { return toUtf8(textOf(builder_.get(property))); }
 

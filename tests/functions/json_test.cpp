@@ -17,6 +17,7 @@
 #include "functions/json/json.h"
 #include "platform/stack.h"
 #include "tests/core/raw_call.h"
+#include "tests/support/outcome.h"
 #include "tests/support/script_object.h"
 #include "tests/support/text_rows.h"
 #include "tests/support/threads.h"
@@ -37,24 +38,13 @@ Object object() { return Owned<Json>::make().object(); }
 Variant decode(const Variant& text) { return object().call(u"Decode", text); }
 Variant encode(const Variant& value) { return object().call(u"Encode", value); }
 
-/// The text that a step gives, or "number source: description" of its error.
-template <class Step>
-std::string outcomeOf(Step&& step) {
-  try {
-    return toUtf8(textOf(step()));
-  } catch (const AutomationError& error) {
-    return std::to_string(error.number()) + " " + toUtf8(error.source()) + ": " +
-           toUtf8(error.description());
-  }
-}
-
 std::string encoded(const Variant& value) {
-  return outcomeOf([&] { return encode(value); });
+  return textOrFailure([&] { return toUtf8(textOf(encode(value))); });
 }
 
 /// What a text is read as, written again by the encoder.
 std::string decoded(const Variant& text) {
-  return outcomeOf([&] { return encode(decode(text)); });
+  return textOrFailure([&] { return toUtf8(textOf(encode(decode(text)))); });
 }
 
 TEST(JsonDecode, ReadsEveryKindOfValue) {
@@ -196,7 +186,7 @@ Variant dictionaryOf(std::initializer_list<std::pair<Variant, Variant>> entries)
 TEST(JsonEncode, WritesEachKindOfValue) {
   Variant number(7), error = Variant::missing();
   error.scode = errorCode(2042);
-  const Variant reference = Variant::attach(referenceTo(number));
+  const Variant reference = referenceTo(number);
   const std::pair<Variant, std::string> rows[] = {
       {Variant::null(), "null"},
       {Variant(), "\"\""},

@@ -1,8 +1,6 @@
 // The log file: folders, first text, roll-over, encoding, and what happens when things fail.
 #include <gtest/gtest.h>
 
-#include <quendal/error.h>
-
 #include <algorithm>
 
 #include "base/utf8.h"
@@ -11,6 +9,7 @@
 #include "platform/code_page.h"
 #include "platform/locale.h"
 #include "tests/platform/temp_folder.h"
+#include "tests/support/outcome.h"
 
 namespace quendal {
 namespace {
@@ -18,6 +17,7 @@ namespace {
 using platform::contentOf;
 using platform::FileError;
 using platform::TempFolder;
+using test::raisedBy;
 
 class LogFileTest : public ::testing::Test {
  protected:
@@ -33,14 +33,6 @@ class LogFileTest : public ::testing::Test {
   static void write(LogFile& file, std::u16string_view text) {
     file.ensure();
     file.append(file.open(), text);
-  }
-  /// The error that a step raises, 0 for none.
-  static int errorOf(const std::function<void()>& step) {
-    try {
-      return step(), 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
   }
   void create(std::u16string_view name) {
     ASSERT_EQ(platform::createFile(folder / name, {}), FileError::None);
@@ -64,7 +56,7 @@ TEST_F(LogFileTest, MissingFoldersAreCreatedOrSayWhyNot) {
       {folder / (u"x\\" + std::u16string(256, u'n') + u"\\b"), 52},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(errorOf([&] { ensureFolders(row.first); }), row.second) << toUtf8(row.first);
+    EXPECT_EQ(raisedBy([&] { ensureFolders(row.first); }), row.second) << toUtf8(row.first);
   for (const std::u16string_view name : {u"a\\b\\c", u"a\\d"})
     EXPECT_TRUE(platform::lookAt(folder / name).isFolder);
   EXPECT_FALSE(platform::lookAt(folder / u"x").exists);
@@ -156,10 +148,10 @@ TEST_F(LogFileTest, FaultsRaiseAndTheLogWorksAgainWhenTheyAreGone) {
   };
   for (const auto& [name, error] : rows) {
     log.setFullName(name);
-    EXPECT_EQ(errorOf([&] { log.ensure(); }), error) << toUtf8(name);
+    EXPECT_EQ(raisedBy([&] { log.ensure(); }), error) << toUtf8(name);
   }
   log.setName(u"log.txt");
-  EXPECT_EQ(errorOf([&] { log.append(log.open(), u"early"); }), 53);
+  EXPECT_EQ(raisedBy([&] { log.append(log.open(), u"early"); }), 53);
   write(log, u"x");
   EXPECT_EQ(content(u"log.txt"), "BANNER\r\nx\r\n");
 }

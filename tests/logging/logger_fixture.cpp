@@ -36,13 +36,6 @@ Object PageContext::object(const std::u16string& folder) {
       .object();
 }
 
-Variant referenceTo(Variant& variable) {
-  VARIANT reference;
-  reference.vt = kVariantReference;
-  reference.pvarVal = &variable;
-  return Variant::attach(reference);
-}
-
 LoggerTest::LoggerTest() {
   createLog(folder / u"log.txt");
   log.call(u"SetLogPath", folder / u"");

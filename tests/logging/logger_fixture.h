@@ -12,7 +12,9 @@
 #include "core/dispatch.h"
 #include "logging/logging.h"
 #include "support/script_object.h"
+#include "tests/core/raw_call.h"
 #include "tests/platform/temp_folder.h"
+#include "tests/support/outcome.h"
 
 namespace quendal::test {
 
@@ -26,19 +28,6 @@ struct PageContext {
   /// The scripting context; this must outlive it.
   [[nodiscard]] Object object(const std::u16string& folder);
 };
-
-/// A host's variable as it passes it by reference; it must outlive the call.
-[[nodiscard]] Variant referenceTo(Variant& variable);
-
-/// What the body returns, or "error N".
-template <class Body>
-[[nodiscard]] std::string textOrError(Body&& body) {
-  try {
-    return body();
-  } catch (const AutomationError& error) {
-    return "error " + std::to_string(error.number());
-  }
-}
 
 class LoggerTest : public ::testing::Test {
  protected:

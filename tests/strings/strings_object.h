@@ -6,6 +6,7 @@
 #include "base/utf8.h"
 #include "core/dispatch.h"
 #include "strings/string_functions.h"
+#include "tests/support/outcome.h"
 
 namespace quendal::test {
 
@@ -21,11 +22,8 @@ inline std::string inQuotes(std::string_view text) { return '"' + std::string(te
 template <class... Arguments>
 std::string called(std::u16string_view member, Arguments&&... arguments) {
   const Object strings = Owned<StringFunctions>::make().object();
-  try {
-    return shown(strings.call(member, std::forward<Arguments>(arguments)...));
-  } catch (const AutomationError& error) {
-    return "error " + std::to_string(error.number());
-  }
+  return textOrError(
+      [&] { return shown(strings.call(member, std::forward<Arguments>(arguments)...)); });
 }
 
 }  // namespace quendal::test
