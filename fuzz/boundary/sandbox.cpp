@@ -70,11 +70,8 @@ bool mayChange(const char* path) {
 }
 
 void writeModule() {
-  test::VersionParts parts;
-  parts.translations = {0x04B00409};
-  parts.tables = {{u"040904B0", {{u"CompanyName", u"Example"}, {u"ProductVersion", u"1.2.3.4"}}}};
   const test::Bytes image =
-      test::peImage(test::PeKind::Pe32Plus, {{0x0409, test::versionBlock(parts)}});
+      test::englishImage({{u"CompanyName", u"Example"}, {u"ProductVersion", u"1.2.3.4"}});
   std::ofstream(state().scratch + kModule, std::ios::binary)
       .write(reinterpret_cast<const char*>(image.data()),
              static_cast<std::streamsize>(image.size()));

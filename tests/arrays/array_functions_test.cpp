@@ -169,7 +169,7 @@ TEST(StackMembers, HoldWhenAnElementLooksBackAsItGoes) {
 // The variable is an element of another array, which an object frees when it is asked or goes.
 TEST(StackMembers, HoldWhenTheVariableIsFreedMeanwhile) {
   for (const Member member : {shift, unshift}) {
-    Variant outer = pageArray({of(u"abc")});
+    Variant outer = arrayOf({of(u"abc")});
     VARIANT& variable = *static_cast<VARIANT*>(outer.parray->pvData);
     VARIANT inner = variable;
     const auto clear = [&outer] { VariantClear(&outer); };
@@ -276,15 +276,15 @@ TEST(Reverse, TurnsSimpleValuesAndObjectsRound) {
   const std::pair<Variant, const char*> rows[] = {
       {of(u"abcd", VT_BSTR, 5), "5[d c b a]"},
       {of(u"123", VT_UI1), "[3 2 1]"},
-      {pageArray({object, Variant::null(), Variant(3.5)}), "[3.5 Null ?]"},
-      {pageArray({object, Variant(Object())}, VT_DISPATCH), "[Nothing ?]"},
+      {arrayOf({object, Variant::null(), Variant(3.5)}), "[3.5 Null ?]"},
+      {arrayOf({object, Variant(Object())}, VT_DISPATCH), "[Nothing ?]"},
       {of(nullptr), "none"}};
   for (const auto& [array, reversed] : rows) {
     PageVariable page(array, true);
     ArrayFunctions().reverse(page.reference);
     EXPECT_EQ(shownArray(page.variable), reversed);
   }
-  PageVariable nested(pageArray({Variant(u"a"), of(u"bc"), Variant(u"d")}));
+  PageVariable nested(arrayOf({Variant(u"a"), of(u"bc"), Variant(u"d")}));
   EXPECT_EQ(rawCall(Owned<ArrayFunctions>::make().object(), u"Reverse", {nested.argument()}).error,
             u"5002 QUENDAL_REPORTS_ASP: "
             u"ReverseArrayInPlace can reverse only arrays of simple data types.");

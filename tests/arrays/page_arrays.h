@@ -7,29 +7,19 @@
 #include <vector>
 
 #include "base/utf8.h"
-#include "core/array_view.h"
 #include "core/variant_ref.h"
 #include "tests/core/raw_call.h"
 #include "tests/support/outcome.h"
+#include "tests/support/script_object.h"
 
 namespace quendal::test {
 
-/// An array with these values converted to its element type.
-inline Variant pageArray(const std::vector<Variant>& values, VARTYPE type = VT_VARIANT,
-                         LONG lowerBound = 0) {
-  SAFEARRAYBOUND bound{static_cast<ULONG>(values.size()), lowerBound};
-  Variant result = Variant::array(SafeArrayCreate(type, 1, &bound), type);
-  const ArrayView view(result);
-  for (std::size_t i = 0; i < values.size(); ++i) view.put(i, elementOf(values[i], type).release());
-  return result;
-}
-
-/// The same of one-letter texts; an unallocated array for null.
+/// An array of one-letter texts; an unallocated one for null.
 inline Variant of(const char16_t* elements, VARTYPE type = VT_VARIANT, LONG lowerBound = 0) {
   if (elements == nullptr) return Variant::array(nullptr, type);
   std::vector<Variant> values;
   for (; *elements != 0; ++elements) values.emplace_back(std::u16string_view(elements, 1));
-  return pageArray(values, type, lowerBound);
+  return arrayOf(values, type, lowerBound);
 }
 
 inline Variant twoDimensions() {

@@ -35,13 +35,13 @@ TEST(Sort, PutsNumbersByValueBeforeTexts) {
       {{Variant(seven), number(8), number(6)}, kText, "[6 ? 8]"},
       {{Variant::null()}, kText, "[Null]"}};  // nothing to compare it with
   for (const auto& [values, order, expected] : rows) {
-    const Variant array = pageArray(values);
+    const Variant array = arrayOf(values);
     qSortInPlace(array, kOwnBound, kOwnBound, order);
     EXPECT_EQ(shownArray(array), expected);
   }
   // What is no number comes before all numbers.
   const Variant array =
-      pageArray({number(-9), number(std::numeric_limits<double>::quiet_NaN()), number(-10)});
+      arrayOf({number(-9), number(std::numeric_limits<double>::quiet_NaN()), number(-10)});
   qSortInPlace(array, kOwnBound, kOwnBound, kText);
   EXPECT_TRUE(std::isnan(ArrayView(array).at(0).dblVal));
   EXPECT_EQ(ArrayView(array).at(1).dblVal, -10);
@@ -62,7 +62,7 @@ TEST(Sort, TakesAPartAndTellsWhatIsWrongWithABound) {
       {of(u"cba"), 2, 1, 1, "The LB parameter is greater than the UB parameter."},
       {of(u"", VT_VARIANT, INT32_MIN), 0, 2, 1, "The LB" + outside},  // no 32 bits for its own
       {of(u"cba"), -1, -1, 2, "The CompareMode parameter is neither binary (0) nor text (1)."},
-      {pageArray({u"b", Variant::null(), u"a"}), -1, -1, 1, "Invalid use of Null"}};
+      {arrayOf({u"b", Variant::null(), u"a"}), -1, -1, 1, "Invalid use of Null"}};
   for (const auto& [array, lower, upper, mode, expected] : rows) {
     PageVariable page(array);
     std::string outcome, left = shownArray(array);

@@ -108,8 +108,14 @@ TEST_F(PosixDictionaryTest, EnumeratorsStandOnTheirOwn) {
   EXPECT_EQ(keys->Next(4, next, &fetched), S_FALSE);
   EXPECT_EQ(fetched, 3U);
   EXPECT_EQ(show(next[0]) + show(next[1]) + show(next[2]), "123");
-  EXPECT_EQ(keys->Reset() + keys->Skip(2) + keys->Next(1, next, nullptr), S_OK);
-  EXPECT_EQ(show(next[0]), "3");
+  EXPECT_EQ(keys->Reset() + keys->Skip(2), S_OK);
+  IEnumVARIANT* clone = nullptr;
+  ASSERT_EQ(keys->Clone(&clone), S_OK);
+  for (IEnumVARIANT* const each : {keys.get(), clone}) {
+    EXPECT_EQ(each->Next(1, next, nullptr), S_OK);
+    EXPECT_EQ(show(next[0]), "3");
+  }
+  clone->Release();
   EXPECT_EQ(keys->Skip(1), S_FALSE);
 }
 

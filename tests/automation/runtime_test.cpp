@@ -25,10 +25,10 @@ TEST(Arrays, CopiesAreDeepAndShareObjects) {
   const Object object = ScriptObject().object();
   {
     const std::pair<Variant, const char*> rows[] = {
-        {pageArray({pageArray({u"deep", object}), u"b"}), "[[deep ?] b]"},
-        {pageArray({u"first", u"second"}, VT_BSTR, 1), "1[first second]"},
-        {pageArray({object}, VT_DISPATCH, -2), "-2[?]"},
-        {pageArray({2.5, 7}, VT_DECIMAL), "[2.5 7]"},
+        {arrayOf({arrayOf({u"deep", object}), u"b"}), "[[deep ?] b]"},
+        {arrayOf({u"first", u"second"}, VT_BSTR, 1), "1[first second]"},
+        {arrayOf({object}, VT_DISPATCH, -2), "-2[?]"},
+        {arrayOf({2.5, 7}, VT_DECIMAL), "[2.5 7]"},
         {of(u""), "[]"}};
     EXPECT_EQ(referencesOf(object), 3U);
     for (const auto& [array, text] : rows) {
@@ -61,7 +61,7 @@ TEST(Arrays, HaveDimensionsOfWhichTheLastCanChange) {
 
 TEST(Arrays, RedimReleasesWhatGoes) {
   const Object object = ScriptObject().object();
-  const Variant array = pageArray({u"first", object});
+  const Variant array = arrayOf({u"first", object});
   SAFEARRAYBOUND bound{1, 0};
   ASSERT_EQ(SafeArrayRedim(array.parray, &bound), S_OK);
   EXPECT_EQ(referencesOf(object), 1U);

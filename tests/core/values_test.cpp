@@ -1,12 +1,9 @@
-// Values on their way into arrays, the names of their types, and failures that others report.
-#include <gtest/gtest.h>
-
-#include "base/utf8.h"
-#include "core/array_view.h"
+// Values on their way into arrays, the names of their types, their order, and failures that others
+// report.
+#include "tests/automation/values.h"
+#include "core/compare.h"
 #include "core/dictionary.h"
-#include "tests/core/raw_call.h"
-#include "tests/support/outcome.h"
-#include "tests/support/script_object.h"
+#include "tests/support/text_rows.h"
 
 namespace quendal::test {
 namespace {
@@ -48,32 +45,76 @@ TEST(Values, TypesHaveTheHostsNames) {
             "Integer Single Currency Date Error Boolean Nothing Byte Decimal Unknown Variant() ");
 }
 
+Variant gives(ScriptObject::Call call) {
+  return Variant(ScriptObject().defaultMember(std::move(call)).object());
+}
+
+TEST(CompareValues, FollowsTheHostsRules) {
+  const auto n = [](std::int32_t value) { return Variant(value); };
+  const auto t = [](const char16_t* text) { return Variant(text); };
+  const Variant empty, null = Variant::null(), yes(Boolean::True);
+  const Variant two = gives([](auto) { return Variant(2.0); });
+  const Variant unknown = gives([](auto) { return Variant::null(); });
+  const Variant nan(std::numeric_limits<double>::quiet_NaN());
+  constexpr std::int64_t kBig = 1LL << 53, kMost = INT64_MAX;
+  constexpr auto less = std::partial_ordering::less;
+  constexpr auto equal = std::partial_ordering::equivalent;
+  constexpr auto never = std::partial_ordering::unordered;
+  const struct {
+    Variant a, b;
+    std::partial_ordering order;
+  } rows[] = {{yes, Variant(-0.5), less},
+              {n(2), Variant::date(2.0), equal},
+              {cy(20000), n(2), equal},
+              {cy(kBig * 999), cy(kBig * 999 + 1), less},
+              {i8(kBig + 1), i8(kBig + 2), less},
+              {i8(kMost - 1), ui8(kMost), less},
+              {make(VT_I1, &VARIANT::cVal, -1), make(VT_UI4, &VARIANT::ulVal, 0xFFFFFFFF), less},
+              {t(u"ABC"), t(u"abc"), less},
+              {Variant(1e300), t(u""), less},
+              {empty, n(0), equal},
+              {empty, t(u""), equal},
+              {two, n(2), equal},
+              {two, t(u""), less},
+              {unknown, n(2), never},
+              {null, Variant(Object()), never},
+              {nan, n(2), never}};
+  int index = 0;
+  for (const auto& row : rows) {
+    const auto opposite = row.order == less ? std::partial_ordering::greater : row.order;
+    PageVariable variable(row.a, false, true);
+    EXPECT_EQ(compareValues(variable.argument(), row.b), row.order) << index;
+    EXPECT_EQ(compareValues(row.b, row.a), opposite) << index++;
+  }
+}
+
+TEST(CompareValues, FailsWhereTheHostDoes) {
+  const Object self = ScriptObject().object();
+  const std::pair<Variant, int> rows[] = {
+      {of(u"a"), 13},
+      {Variant::missing(), 13},
+      {Variant(Object()), 91},
+      {gives([&](auto) { return Variant(self); }), 438},
+      {gives([](auto) -> Variant { throw AutomationError(1234); }), 1234}};
+  for (const auto& [value, number] : rows)
+    EXPECT_EQ(raisedBy([&] { static_cast<void>(compareValues(value, Variant(1.0))); }), number);
+}
+
 template <class Step>
 std::string raised(Step&& step) {
   return textOrFailure([&] { return step(), std::string(); });
 }
 
 TEST(Failures, HaveTheNumbersAndTextsThatAScriptKnows) {
-  const std::pair<HRESULT, std::int32_t> rows[] = {{DISP_E_TYPEMISMATCH, 13},
-                                                   {DISP_E_OVERFLOW, 6},
-                                                   {DISP_E_BADVARTYPE, 458},
-                                                   {DISP_E_BADINDEX, 9},
-                                                   {DISP_E_ARRAYISLOCKED, 10},
-                                                   {DISP_E_UNKNOWNNAME, 438},
-                                                   {DISP_E_MEMBERNOTFOUND, 438},
-                                                   {DISP_E_BADPARAMCOUNT, 450},
-                                                   {DISP_E_PARAMNOTOPTIONAL, 449},
-                                                   {DISP_E_PARAMNOTFOUND, 448},
-                                                   {DISP_E_NONAMEDARGS, 446},
-                                                   {E_OUTOFMEMORY, 7},
-                                                   {E_INVALIDARG, 5},
-                                                   {E_NOINTERFACE, 430},
-                                                   {E_NOTIMPL, 445},
-                                                   {E_ACCESSDENIED, 70},
-                                                   {E_FAIL, E_FAIL},
-                                                   {errorCode(57), 57}};
-  for (const auto& [code, number] : rows)
-    EXPECT_EQ(AutomationError::fromRuntime(code).number(), number);
+  forEachPair(
+      u"80020005=13|8002000A=6|80020008=458|8002000B=9|8002000D=10|80020006=438|80020003=438"
+      u"|8002000E=450|8002000F=449|80020004=448|80020007=446|8007000E=7|80070057=5|80004002=430"
+      u"|80004001=445|80070005=70|80004005=-2147467259|800A0039=57",
+      [](std::u16string_view code, const std::string& number) {
+        const auto bits = std::stoul(toUtf8(code), nullptr, 16);
+        EXPECT_EQ(std::to_string(AutomationError::fromRuntime(static_cast<HRESULT>(bits)).number()),
+                  number);
+      });
   EXPECT_EQ(raised([] { check(E_NOTIMPL); }),
             "445 QUENDAL_REPORTS_ASP: Object doesn't support this action");
   EXPECT_EQ(raised([] { check(errorCode(457)); }),

@@ -136,10 +136,7 @@ TEST_F(Reports, FilesAreToldByTheirVersions) {
   const auto head = [](std::u16string_view directory) {
     return "@ LogFileVersionInfo\n" + row("IN_szDirectory", toUtf8(directory));
   };
-  VersionParts parts;
-  parts.translations = {0x04B00409};
-  parts.tables = {{u"040904B0", {{u"ProductVersion", u"1.2"}}}};
-  const auto image = peImage(PeKind::Pe32, {{0x0409, versionBlock(parts)}});
+  const Bytes image = englishImage({{u"ProductVersion", u"1.2"}});
   for (const std::u16string_view name : {u"a.exe", u"b.dll"})
     EXPECT_EQ(platform::createFile(files / name, image), platform::FileError::None);
   const std::string a = row("a.exe", "1.2"), b = row("b.dll", "1.2");

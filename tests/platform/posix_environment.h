@@ -23,6 +23,12 @@ auto inChild(Action action) {
   return static_cast<decltype(action())>(WEXITSTATUS(status));
 }
 
+/// Gives up the rights of root in a child, whom those of files do not bind.
+inline bool becomeNobody() {
+  constexpr uid_t kNobody = 65534;
+  return ::geteuid() != 0 || ::setuid(kNobody) == 0;
+}
+
 /// Whether a check holds in a process of its own.
 template <typename Check>
 bool holdsInChild(Check check) {

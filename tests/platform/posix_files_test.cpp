@@ -61,16 +61,12 @@ TEST(PosixFilesTest, AFullDiskLeavesNoHalfEntry) {
 }
 
 TEST(PosixFilesTest, WhatCannotBeOpenedIsToldAtOnce) {
-  constexpr uid_t kNobody = 65534;
   const TempFolder folder;
   const std::u16string log = folder / u"log";
   ASSERT_EQ(createFile(log, bytesOf("x")), None);
   ASSERT_EQ(::chmod((folder.native() / "log").c_str(), 0444), 0);
   const auto withoutRights = [](auto operation) {
-    return inChild([&] {
-      // The rights of a folder do not bind root.
-      return ::geteuid() == 0 && ::setuid(kNobody) != 0 ? DeviceIo : operation();
-    });
+    return inChild([&] { return becomeNobody() ? operation() : DeviceIo; });
   };
   const auto withoutDescriptors = [](auto operation) {
     return inChild([&] { return limit(RLIMIT_NOFILE, 0), operation(); });
@@ -85,6 +81,9 @@ TEST(PosixFilesTest, WhatCannotBeOpenedIsToldAtOnce) {
   ASSERT_EQ(::mkfifo((folder.native() / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(appendToFile(folder / u"pipe", bytesOf("x")), PermissionDenied);
   EXPECT_EQ(checkReadable(folder / u"pipe"), PermissionDenied);
+  EXPECT_EQ(appendToFile(u"\\none in the root", bytesOf("x")), NotFound);
+  std::filesystem::create_directory_symlink(folder.native(), folder.native() / "link");
+  EXPECT_EQ(std::ranges::count(listFiles(folder.path()), u"link"), 0);
 }
 
 TEST(PosixFilesTest, RenameNeverReplacesWhereTheExclusiveOneIsMissing) {

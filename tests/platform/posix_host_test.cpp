@@ -5,12 +5,15 @@
 
 #include "base/utf8.h"
 #include "core/apartment.h"
+#include "core/dispatch.h"
 #include "platform/posix/host_files.h"
 #include "platform/posix/registry_tree.h"
 #include "platform/registry.h"
+#include "system/os_info.h"
 #include "system/queries.h"
 #include "tests/platform/posix_environment.h"
 #include "tests/platform/temp_folder.h"
+#include "tests/support/text_rows.h"
 
 namespace quendal::platform {
 namespace {
@@ -92,6 +95,25 @@ TEST_F(PosixRegistry, WithoutOneTheSystemIsAsked) {
   system::recordOSVersion();
   const auto name = "PRETTY_NAME=\"" + toUtf8(apartment().osVersion.productName) + "\"\n";
   EXPECT_NE(release->find(name), std::string::npos) << name;
+}
+
+TEST(OsInfo, ReadsTheEnvironment) {
+  const TempFolder folder;
+  const Object info = Owned<OsInfo>::make().object();
+  const std::string temp = toUtf8(folder / u"temp");
+  const EnvironmentChange variables[] = {{"temp", temp + "\\\\"},
+                                         {"os", "an os"},
+                                         {"username", "a user"},
+                                         {"systemdrive", "a drive"},
+                                         {"windir", "a folder"}};
+  EXPECT_EQ(toUtf8(textOf(info.get(u"TempDir"))), temp);
+  test::forEachPair(u"OS=an os|UserName=a user|SystemDrive=a drive|WinDir=a folder",
+                    [&](std::u16string_view property, const std::string& value) {
+                      EXPECT_EQ(toUtf8(textOf(info.get(property))), value);
+                    });
+  EXPECT_TRUE(lookAt(folder / u"temp").isFolder);
+  const EnvironmentChange none("temp", "\\");
+  EXPECT_EQ(textOf(info.get(u"TempDir")), u"");
 }
 
 TEST(HostFiles, AssignedValues) {

@@ -130,4 +130,12 @@ Bytes peImage(PeKind kind, std::vector<VersionOfLanguage> versions) {
   return bytes;
 }
 
+VersionParts englishVersion(std::vector<std::pair<std::u16string, std::u16string>> strings) {
+  return {.translations = {0x04B00409}, .tables = {{u"040904B0", std::move(strings)}}};
+}
+
+Bytes englishImage(std::vector<std::pair<std::u16string, std::u16string>> strings) {
+  return peImage(PeKind::Pe32, {{0x0409, versionBlock(englishVersion(std::move(strings)))}});
+}
+
 }  // namespace quendal::test

@@ -36,6 +36,10 @@ enum class PeKind { Pe32, Pe32Plus };
 /// An image whose second section holds the version resources.
 Bytes peImage(PeKind kind, std::vector<VersionOfLanguage> versions);
 
+/// The parts of a version whose only table, an English one, holds these strings; the image of it.
+VersionParts englishVersion(std::vector<std::pair<std::u16string, std::u16string>> strings);
+Bytes englishImage(std::vector<std::pair<std::u16string, std::u16string>> strings);
+
 /// Where `peImage` puts things in the file, for tests that spoil them.
 inline constexpr std::size_t kFileHeader = 0x80;
 inline constexpr std::size_t kOptionalHeader = kFileHeader + 24;

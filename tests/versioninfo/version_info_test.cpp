@@ -15,11 +15,8 @@ namespace {
 class VersionInfoTest : public ::testing::Test {
  protected:
   void createImage(const std::u16string& path, std::u16string version) {
-    test::VersionParts parts;
-    parts.translations = {0x04B00409};
-    parts.tables = {{u"040904B0", {{u"CompanyName", u"Company"}, {u"ProductVersion", version}}}};
     const test::Bytes image =
-        test::peImage(test::PeKind::Pe32, {{0x0409, test::versionBlock(parts)}});
+        test::englishImage({{u"CompanyName", u"Company"}, {u"ProductVersion", version}});
     ASSERT_EQ(platform::createFile(path, image), platform::FileError::None);
   }
 
