@@ -3,7 +3,7 @@
 
 #include "core/apartment.h"
 #include "support/threads.h"
-#include "tests/core/raw_call.h"
+#include "tests/automation/values.h"
 #include "tests/logging/logger_fixture.h"
 
 namespace quendal::test {
@@ -87,6 +87,25 @@ TEST_F(Lifecycle, AContextMayComeAsABareUnknownOrFail) {
   }
   const Object lost = Owned<Logging>::make().object();
   EXPECT_EQ(textOrError([&] { return masked(lost.call(u"WriteLog", kLow)); }), "error 52");
+}
+
+// The host's objects may be gone by then.
+TEST_F(Lifecycle, AThreadThatEndsInsideItsPageDoesNotReleaseThePagesObjects) {
+  PageContext page = pageFor(u"10.0.0.1");
+  const Object context = page.object(folder / u"other");
+  const auto forEachOfThePage = [&](auto step) {
+    for (const auto name : {u"Session", u"Application", u"Request", u"Response", u"Server"})
+      step(Object::from(context.get(name)));
+  };
+  std::vector<ULONG> before, after;
+  forEachOfThePage([&](const Object& object) { before.push_back(referencesOf(object)); });
+  std::thread([&] {
+    const ApartmentThread runtime;
+    Owned<Logging>::make().object().call(u"OnStartPage", context);
+  }).join();
+  forEachOfThePage([](const Object& object) { object.dispatch()->Release(); });
+  forEachOfThePage([&](const Object& object) { after.push_back(referencesOf(object)); });
+  EXPECT_EQ(after, before);
 }
 
 TEST_F(Lifecycle, TwoPagesOnTwoThreadsKeepTheirOwnRequestAndGroupDepth) {

@@ -8,6 +8,7 @@
 #include "tests/platform/temp_folder.h"
 #include "tests/support/memory_bytes.h"
 #include "tests/support/pe_builder.h"
+#include "tests/support/text_rows.h"
 #include "versioninfo/version_info.h"
 
 namespace quendal::platform {
@@ -118,6 +119,15 @@ TEST(VersionReaderTest, NeutralComesBeforeEnglishAndThatBeforeTheFirst) {
     ASSERT_TRUE(info.has_value());
     EXPECT_EQ(info->structureVersion, expected);
   }
+}
+
+TEST(VersionReaderTest, LanguagesHaveEnglishNames) {
+  test::forEachPair(
+      u"0404=Chinese (Traditional)|0814=Norwegian Nynorsk|0465=Divehi|1400=English|03FE=",
+      [](std::u16string_view number, const std::string& name) {
+        const int language = std::stoi(toUtf8(number), nullptr, 16);
+        EXPECT_EQ(toUtf8(languageName(static_cast<std::uint16_t>(language))), name);
+      });
 }
 
 TEST(VersionReaderTest, AFolderThatCannotBeListedIsAnError) {
