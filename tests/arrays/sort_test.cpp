@@ -98,12 +98,6 @@ TEST(Sort, ChangesTheVariableHoweverItIsPassed) {
 
 using Entries = std::vector<std::pair<Variant, Variant>>;
 
-Dictionary dictionaryOf(const Entries& entries) {
-  Dictionary dictionary = Dictionary::create(Dictionary::Compare::Binary);
-  for (const auto& [key, item] : entries) dictionary.add(key, item);
-  return dictionary;
-}
-
 Variant sorted(const Object& dictionary, bool byKey = false, bool isDown = false,
                std::int32_t mode = 1) {
   return DictionaryFunctions().sort(dictionary, booleanOf(byKey), booleanOf(isDown), mode);

@@ -2,13 +2,13 @@
 #include <quendal/object.h>
 #include <sddl.h>
 
-#include <array>
 #include <cstdio>
 
 #include "base/utf8.h"
 #include "component/catalogue.h"
 #include "core/guid.h"
 #include "core/names.h"
+#include "platform/registry.h"
 #include "tests/component/windows_dll.h"
 
 namespace quendal::test {
@@ -27,15 +27,6 @@ bool keyExists(HKEY root, const std::u16string& path) {
   return status != ERROR_FILE_NOT_FOUND;
 }
 bool machineHas(const std::u16string& path) { return keyExists(HKEY_LOCAL_MACHINE, path); }
-
-/// A text value of the machine's; "-" where there is none.
-std::u16string textAt(const std::u16string& path, const wchar_t* name) {
-  std::array<wchar_t, MAX_PATH> text{};
-  DWORD size = sizeof(text);
-  const LSTATUS status = RegGetValueW(HKEY_LOCAL_MACHINE, oleText(path.c_str()), name,
-                                      RRF_RT_REG_SZ, nullptr, text.data(), &size);
-  return status == ERROR_SUCCESS ? plainText(text.data()) : u"-";
-}
 
 /// The keys that a registration leaves below a root.
 std::vector<std::u16string> registeredKeys() {
@@ -91,21 +82,23 @@ TEST_F(RegistrationTest, WritesWhatTheSystemLooksFor) {
   const std::u16string key = kClasses + u"CLSID\\" + id;
   const struct {
     std::u16string path;
-    const wchar_t* name;
+    std::u16string_view name;
     std::u16string text;
-  } rows[] = {{key, nullptr, name},
-              {key + u"\\InprocServer32", nullptr, dllPath()},
-              {key + u"\\InprocServer32", L"ThreadingModel", u"Apartment"},
-              {key + u"\\ProgID", nullptr, name},
-              {key + u"\\Programmable", nullptr, u""},
-              {key + u"\\TypeLib", nullptr, u"{DC707A50-8E70-479C-94D7-BD63088DE00B}"},
-              {key + u"\\Version", nullptr, u"1.0"},
-              {kIdentifier, nullptr, std::u16string(identity.help)},
-              {kIdentifier + u"\\CLSID", nullptr, id}};
+  } rows[] = {{key, u"", name},
+              {key + u"\\InprocServer32", u"", dllPath()},
+              {key + u"\\InprocServer32", u"ThreadingModel", u"Apartment"},
+              {key + u"\\ProgID", u"", name},
+              {key + u"\\Programmable", u"", u""},
+              {key + u"\\TypeLib", u"", u"{DC707A50-8E70-479C-94D7-BD63088DE00B}"},
+              {key + u"\\Version", u"", u"1.0"},
+              {kIdentifier, u"", std::u16string(identity.help)},
+              {kIdentifier + u"\\CLSID", u"", id}};
   for (const auto& row : rows)
-    EXPECT_EQ(toUtf8(textAt(row.path, row.name)), toUtf8(row.text)) << toUtf8(row.path);
+    EXPECT_EQ(toUtf8(platform::registryText(row.path, row.name).value_or(u"-")), toUtf8(row.text))
+        << toUtf8(row.path);
   // The viewer finds the texts there, whatever the type of the event.
-  EXPECT_TRUE(textAt(kEventSource, L"EventMessageFile").ends_with(u"\\EventCreate.exe"));
+  EXPECT_TRUE(
+      platform::registryText(kEventSource, u"EventMessageFile")->ends_with(u"\\EventCreate.exe"));
   DWORD types = 0, size = sizeof(types);
   RegGetValueW(HKEY_LOCAL_MACHINE, oleText(kEventSource.c_str()), L"TypesSupported",
                RRF_RT_REG_DWORD, nullptr, &types, &size);

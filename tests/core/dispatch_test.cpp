@@ -34,9 +34,12 @@ class DispatchTest : public LoggerTest {
 };
 
 TEST_F(DispatchTest, NamesAreFoundInAnyCaseAndParametersByTheirOwn) {
-  const auto ids = idsOf(log.dispatch(), {u"wRITElOG", u"in_irepeat", u"IN_ILOGLEVEL", u"x"});
+  HRESULT code = S_OK;
+  const auto ids =
+      idsOf(log.dispatch(), {u"wRITElOG", u"in_irepeat", u"x", u"IN_ILOGLEVEL"}, &code);
   EXPECT_GT(ids[0], 0);
-  EXPECT_EQ(std::vector(ids.begin() + 1, ids.end()), (std::vector<DISPID>{2, 0, DISPID_UNKNOWN}));
+  EXPECT_EQ(std::vector(ids.begin() + 1, ids.end()), (std::vector<DISPID>{2, DISPID_UNKNOWN, 0}));
+  EXPECT_EQ(code, DISP_E_UNKNOWNNAME);  // wherever that name stands
   EXPECT_EQ(idsOf(log.dispatch(), {u"WriteLogs"})[0], DISPID_UNKNOWN);
 }
 

@@ -69,5 +69,20 @@ TEST(HostObject, MembersTakeWhatTheirDescriptionAllows) {
     EXPECT_EQ(test::textOrError([&] { return toUtf8(textOf(call())); }), expected) << index++;
 }
 
+TEST(HostObject, AMemberMayLetGoOfItsObject) {
+  Object last;
+  const auto letGo = [&last, text = std::u16string(u"what the function holds")](Arguments) {
+    last = {};
+    return Variant(text);
+  };
+  last = HostObject().defaultMember(letGo).object();
+  Variant result;
+  DISPPARAMS none{};
+  last.dispatch()->Invoke(DISPID_VALUE, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, &result, nullptr,
+                          nullptr);
+  EXPECT_FALSE(last);
+  EXPECT_EQ(textOf(result), u"what the function holds");
+}
+
 }  // namespace
 }  // namespace quendal

@@ -20,11 +20,14 @@ struct Outcome {
   UINT argumentError = 99;
 };
 
-inline std::vector<DISPID> idsOf(IDispatch* object, std::vector<std::u16string> names) {
+inline std::vector<DISPID> idsOf(IDispatch* object, std::vector<std::u16string> names,
+                                 HRESULT* code = nullptr) {
   std::vector<LPOLESTR> raw;
   for (std::u16string& name : names) raw.push_back(const_cast<LPOLESTR>(oleText(name.c_str())));
   std::vector<DISPID> ids(names.size());
-  object->GetIDsOfNames(IID_NULL, raw.data(), static_cast<UINT>(raw.size()), 0, ids.data());
+  const HRESULT found =
+      object->GetIDsOfNames(IID_NULL, raw.data(), static_cast<UINT>(raw.size()), 0, ids.data());
+  if (code != nullptr) *code = found;
   return ids;
 }
 

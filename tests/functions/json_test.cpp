@@ -177,12 +177,6 @@ Variant square() {
 
 Variant typedArray(VARTYPE type) { return Variant::array(SafeArrayCreateVector(type, 0, 1), type); }
 
-Variant dictionaryOf(std::initializer_list<std::pair<Variant, Variant>> entries) {
-  const Dictionary dictionary = Dictionary::create();
-  for (const auto& [key, item] : entries) dictionary.add(key, item);
-  return Variant(dictionary.object());
-}
-
 TEST(JsonEncode, WritesEachKindOfValue) {
   Variant number(7), error = Variant::missing();
   error.scode = errorCode(2042);
@@ -208,11 +202,12 @@ TEST(JsonEncode, WritesEachKindOfValue) {
       {square(), "[0,1,2,3]"},
       {typedArray(VT_BSTR), kMismatch},
       {arrayOf({typedArray(VT_UI1)}), kMismatch},
-      {dictionaryOf({}), "{}"},
+      {dictionaryOf({}).object(), "{}"},
       {dictionaryOf({{u"b", number},
                      {u"a\"\n", u"\n"},  // no escapes in keys
-                     {Variant(1.5), dictionaryOf({{u"", Variant()}})},
-                     {Variant(std::int16_t{2}), arrayOf({dictionaryOf({})})}}),
+                     {Variant(1.5), dictionaryOf({{u"", Variant()}}).object()},
+                     {Variant(std::int16_t{2}), arrayOf({dictionaryOf({}).object()})}})
+           .object(),
        "{\"b\":7,\"a\"\n\":\"\\n\",\"1.5\":{\"\":\"\"},\"2\":[{}]}"},
       {u"\"\\/\b\f\r\n\t", R"("\"\\/\b\f\r\n\t")"},
       {std::u16string_view(u"\0\x01\x0F\x10\x1B\x1F\x7F", 7),
@@ -243,10 +238,11 @@ TEST(JsonEncode, RefusesOtherObjectsByName) {
   };
   EXPECT_EQ(encoded(Object()), refusal("Nothing"));
   const Variant other(ScriptObject().className(u"Folder").object());
-  EXPECT_EQ(encoded(arrayOf({u"x", dictionaryOf({{u"a", other}})})), refusal("Folder"));
+  EXPECT_EQ(encoded(arrayOf({u"x", dictionaryOf({{u"a", other}}).object()})), refusal("Folder"));
   // A dictionary that is only reached by name.
-  const Variant inner =
-      dictionaryOf({{u"a", arrayOf({Variant(1.5)})}, {Variant(std::int16_t{2}), dictionaryOf({})}});
+  const Variant inner = dictionaryOf({{u"a", arrayOf({Variant(1.5)})},
+                                      {Variant(std::int16_t{2}), dictionaryOf({}).object()}})
+                            .object();
   const Object kept = Object::from(inner);
   const Object reached =
       ScriptObject()

@@ -1,24 +1,8 @@
-' What a page sees of the boundary: the classes' names, errors, write-back, and its own code that
-' runs during a call.
+' What a page sees of the boundary: the classes' names, errors, and write-back.
 Option Explicit
 On Error Resume Next
 
-Dim logger, functions, name, value, stamp, repeat, variable
-
-' A default value that runs a step of the page.
-Class Step
-  Public name
-  Public Default Property Get Value
-    If name = "clear" Then Set variable = Nothing
-    If name = "let go" Then Set logger = Nothing
-    Value = "e"
-  End Property
-End Class
-
-Function Runs(name)
-  Set Runs = New Step
-  Runs.name = name
-End Function
+Dim logger, functions, value, stamp, repeat
 
 Sub Show(label)
   WScript.Echo label & ": " & Err.Number & " " & Err.Source & ": " & Err.Description
@@ -53,8 +37,3 @@ WScript.Echo CStr(value = stamp & "text")
 repeat = "2"
 value = logger.WriteLog(2, , repeat, stamp)
 WScript.Echo TypeName(repeat) & " " & (Right(value, Len(stamp)) = stamp)
-Set variable = Runs("nothing")
-value = logger.WriteParam(2, Runs("clear"), variable)
-WScript.Echo CStr(variable Is Nothing) & " " & (Right(value, 2) = " e")
-value = logger.WriteParam(2, Runs("let go"), "held")
-WScript.Echo CStr(logger Is Nothing) & " " & (Right(value, 5) = " held")

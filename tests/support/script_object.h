@@ -4,9 +4,11 @@
 
 #include <quendal/host_object.h>
 
+#include <utility>
 #include <vector>
 
 #include "core/array_view.h"
+#include "core/dictionary.h"
 
 namespace quendal::test {
 
@@ -20,6 +22,14 @@ using ScriptObject = HostObject;
   const ArrayView view(result);
   for (std::size_t i = 0; i < values.size(); ++i) view.put(i, elementOf(values[i], type).release());
   return result;
+}
+
+/// A dictionary of these entries.
+[[nodiscard]] inline Dictionary dictionaryOf(
+    const std::vector<std::pair<Variant, Variant>>& entries) {
+  Dictionary dictionary = Dictionary::create();
+  for (const auto& [key, item] : entries) dictionary.add(key, item);
+  return dictionary;
 }
 
 }  // namespace quendal::test
