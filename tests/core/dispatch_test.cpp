@@ -201,6 +201,10 @@ TEST_F(DispatchTest, TheFunctionTableServesEarlyBoundCallers) {
   EXPECT_EQ(masked(Variant(Text::attach(entry))), "@ t");
   EXPECT_EQ(masked(stamp), "@ ");
   EXPECT_EQ(repeat, 1);
+  // A null title is the default, as the interface definition cannot tell one for it.
+  using Dump = HRESULT STDMETHODCALLTYPE(IDispatch*, std::int16_t*, VARIANT*, BSTR*, BSTR*);
+  EXPECT_EQ((slotOf<Logging, Dump>(u"Dump")(table, &level, &text, nullptr, &entry)), S_OK);
+  EXPECT_TRUE(masked(Variant(Text::attach(entry))).starts_with("@ TEXT DUMP BELOW"));
   EXPECT_EQ(writeLog(table, &level, &text, &repeat, &stamp, nullptr), E_POINTER);
   EXPECT_EQ(writeLog(table, nullptr, &text, &repeat, &stamp, &entry), E_POINTER);
 }

@@ -124,11 +124,13 @@ TEST(Failures, HaveTheNumbersAndTextsThatAScriptKnows) {
             "collection");
 }
 
-/// An object whose members all fail, by what they put into the exception or leave to be asked for.
+/// An object whose members fail, by what they put into the exception or leave to be asked for; a
+/// read without arguments gives its value, if it has one.
 class Failing final : public IDispatch {
  public:
   HRESULT code = DISP_E_EXCEPTION;
   EXCEPINFO details{};
+  Object value;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
   ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
@@ -139,8 +141,9 @@ class Failing final : public IDispatch {
     *ids = 1;
     return S_OK;
   }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT* result,
                                    EXCEPINFO* exception, UINT*) override {
+    if (value && params->cArgs == 0) return *result = Variant(value).release(), S_OK;
     *exception = details;
     return code;
   }
@@ -172,6 +175,13 @@ TEST(Failures, OfAnObjectArePassedOnAsTheyCame) {
     failing.details.wCode = row.number;
     failing.details.pfnDeferredFillIn = row.isDeferred ? &Failing::fillIn : nullptr;
     EXPECT_EQ(raised([&] { Object(&failing).call(u"Anything"); }), row.error);
+  }
+  // Arguments that a plain property refuses are those of its value's default member.
+  Failing property;
+  property.value = ScriptObject().defaultMember([](auto key) { return textOf(key[0]); }).object();
+  for (const HRESULT code : {DISP_E_BADPARAMCOUNT, DISP_E_MEMBERNOTFOUND, errorCode(450)}) {
+    property.code = code;
+    EXPECT_EQ(textOf(Object(&property).get(u"Plain", u"key")), u"key");
   }
 }
 

@@ -53,13 +53,10 @@ class PosixRegistry : public testing::Test {
 TEST_F(PosixRegistry, AnswersForItsKeys) {
   EXPECT_EQ(joined(registryKeys(u"")), "Software;");
   EXPECT_EQ(joined(registryKeys(policy_)), "v2.0;Upgrades;v10.0;");
-  EXPECT_EQ(joined(registryKeys(policy_ + u"\\V10.0")), "Deep;");
   EXPECT_EQ(registryText(policy_ + u"\\V2.0", u"50727"), u"50727-50727");
   EXPECT_EQ(registryText(policy_ + u"\\v2.0", u"5072"), u"<Error>");
-  EXPECT_EQ(registryText(policy_, u"50727"), u"<Error>");  // only has keys
   for (const auto missing : {u"\\v2", u"\\v2.0\\50727", u"\\v10.0\\Deep\\er"})
     EXPECT_EQ(registryText(policy_ + missing, u"50727"), std::nullopt);
-  EXPECT_TRUE(registryValues(policy_ + u"\\v2").empty());
 }
 
 TEST_F(PosixRegistry, QueriesTakeWhatCounts) {
@@ -134,17 +131,6 @@ TEST(PosixIdentitiesTest, EnvironmentAnswersInAnyCaseAndFirstInTheOneAskedFor) {
   EXPECT_TRUE(environmentVariable(u"quendal_").empty());
   const EnvironmentChange exact("quendal_x", "");
   EXPECT_EQ(environmentVariable(u"quendal_x"), u"");
-}
-
-TEST(PosixIdentitiesTest, UserNameFollowsTheAccountOfTheMoment) {
-  if (::geteuid() != 0) GTEST_SKIP() << "only root can change the account";
-  EXPECT_TRUE(holdsInChild([] {
-    ::unsetenv("USER");
-    const bool first = userName() == u"root";
-    if (::seteuid(3999999) != 0) return false;
-    const bool second = userName() == u"3999999";  // no directory knows it
-    return first && second && ::seteuid(0) == 0 && userName() == u"root";
-  }));
 }
 
 TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {

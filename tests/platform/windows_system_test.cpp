@@ -49,17 +49,13 @@ TEST(WindowsCodePageTest, ACharacterHasAllItsBytes) {
 
 TEST(WindowsRegistryTest, ReadsKeysAndValues) {
   constexpr std::u16string_view kRoot = u"Software\\QuendalScratch";
-  HKEY key = nullptr;
-  if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, "Software\\QuendalScratch\\Sub\\Deep", 0, nullptr, 0,
-                      KEY_WRITE, nullptr, &key, nullptr) != 0) {
-    GTEST_SKIP() << "this account may not write to the registry";
-  }
-  RegCloseKey(key);
-  const auto write = [](const char* name, DWORD type, const std::string& bytes) {
-    EXPECT_EQ(RegSetKeyValueA(HKEY_LOCAL_MACHINE, "Software\\QuendalScratch", name, type,
-                              bytes.data(), static_cast<DWORD>(bytes.size())),
-              0);
+  const auto write = [](const char* name, DWORD type, const std::string& bytes,
+                        const char* key = "Software\\QuendalScratch") {
+    return RegSetKeyValueA(HKEY_LOCAL_MACHINE, key, name, type, bytes.data(),
+                           static_cast<DWORD>(bytes.size()));
   };
+  if (write("", REG_SZ, "", "Software\\QuendalScratch\\Sub\\Deep") != 0)
+    GTEST_SKIP() << "this account may not write to the registry";
   write("a text", REG_SZ, std::string("Windows\0", 8));
   write("b long", REG_SZ, std::string(4999, 'x') + '\0');  // more than the first buffer holds
   write("c none", REG_BINARY, "");
