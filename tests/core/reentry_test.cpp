@@ -144,6 +144,13 @@ TEST_F(Reentry, AnObjectOutlivesACallThatLetsGoOfItsLastReference) {
   EXPECT_FALSE(last);
 }
 
+TEST_F(Reentry, APageMayEndWhileItsRequestIsAsked) {
+  PageContext page;
+  startPage(page);
+  page.whenAsked = [&] { log.call(u"OnEndPage"); };
+  EXPECT_EQ(call(u"WriteLog", kLow, u"x"), "error 91");  // the page's name cannot be read any more
+}
+
 TEST_F(Reentry, APagesPropertyThatRaisesIsAskedOnce) {
   for (const std::int32_t number : {438, 450}) {
     int asked = 0;

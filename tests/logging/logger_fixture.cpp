@@ -29,7 +29,10 @@ Object PageContext::object(const std::u16string& folder) {
   return ScriptObject()
       .value(u"Session", other)
       .value(u"Application", other)
-      .value(u"Request", ScriptObject().value(u"ServerVariables", variables).object())
+      .value(u"Request", ScriptObject()
+                             .value(u"ServerVariables", variables)
+                             .beforeCalls([this] { whenAsked(); })
+                             .object())
       .value(u"Response", other)
       .value(u"Server",
              ScriptObject().member(u"MapPath", [folder](auto) { return Variant(folder); }).object())

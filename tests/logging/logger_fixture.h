@@ -24,7 +24,8 @@ inline constexpr std::int16_t kMedium = 3;  // filtered out by default
 /// What a page host hands to the objects of a page.
 struct PageContext {
   std::vector<std::pair<std::u16string, Variant>> serverVariables;
-  std::function<void()> atEnd = [] {};  // of each enumeration of the server variables
+  std::function<void()> atEnd = [] {};      // of each enumeration of the server variables
+  std::function<void()> whenAsked = [] {};  // whenever the request is
   /// The scripting context; this must outlive it.
   [[nodiscard]] Object object(const std::u16string& folder);
 };

@@ -162,12 +162,15 @@ TEST_F(Reports, DictionariesAreToldInTheirOrderAndNestedOnesIndented) {
   outer.add(u"", Variant::null());
   outer.add(u"inner", inner.object());
   outer.add(u"flag", Boolean::True);
+  outer.add(u"again", inner.object());
   for (const std::int32_t level : {1, 3}) {  // deeper levels have no title
     const std::size_t indent = static_cast<std::size_t>(level) * 4;
+    const std::string nested =
+        row("colour", "red", indent + 4) + "@ " + std::string(indent + 40, ' ') + "green\n";
     EXPECT_EQ(reportDictionary(outer.object(), level),
               (level == 1 ? "@ Title\n" : "") + row("7", "2.5", indent) + row("", "", indent) +
-                  row("inner", "Dictionary", indent) + row("colour", "red", indent + 4) + "@ " +
-                  std::string(indent + 40, ' ') + "green\n" + row("flag", "True", indent));
+                  row("inner", "Dictionary", indent) + nested + row("flag", "True", indent) +
+                  row("again", "Dictionary", indent) + nested);
     EXPECT_EQ(int32Of(result), level + 1);
   }
   EXPECT_EQ(call(u"LogDictionary", Dictionary::create().object()), "0");
