@@ -31,7 +31,6 @@ HRESULT fail(int number) noexcept {
   ICreateErrorInfo* created = nullptr;
   if (SUCCEEDED(CreateErrorInfo(&created))) {
     const Reference<ICreateErrorInfo> info(created);
-    info->SetGUID(kIidDictionary);
     info->SetSource(const_cast<LPOLESTR>(u"Scripting.Dictionary"));  // they only read the texts
     info->SetDescription(const_cast<LPOLESTR>(description));
     void* error = nullptr;
@@ -250,19 +249,6 @@ HRESULT Dictionary::_NewEnum(IUnknown** enumerator) {
   VARIANT keys{};
   const HRESULT result = Keys(&keys);
   return FAILED(result) ? result : enumerateArray(keys.parray, enumerator);
-}
-
-HRESULT Dictionary::get_HashVal(VARIANT* key, VARIANT* hash) {
-  return guarded([&] {
-    PassedKey passed;
-    if (hash == nullptr) return E_POINTER;
-    *hash = VARIANT{};
-    const HRESULT result = read(key, passed);
-    if (FAILED(result)) return result;
-    hash->vt = VT_I4;
-    hash->lVal = static_cast<LONG>(passed.hash & 0x7FFFFFFFU);
-    return S_OK;
-  });
 }
 
 }  // namespace quendal::automation

@@ -59,7 +59,7 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
   HRESULT STDMETHODCALLTYPE put_CompareMode(int mode) override;
   HRESULT STDMETHODCALLTYPE get_CompareMode(int* mode) override;
   HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** enumerator) override;
-  HRESULT STDMETHODCALLTYPE get_HashVal(VARIANT* key, VARIANT* hash) override;
+  HRESULT STDMETHODCALLTYPE get_HashVal(VARIANT*, VARIANT*) override { return E_NOTIMPL; }
 
  private:
   // A key as a caller passed it. `value` and `key` share its contents.

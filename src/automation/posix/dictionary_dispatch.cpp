@@ -19,7 +19,6 @@ constexpr DISPID kKeys = 6;
 constexpr DISPID kRemove = 7;
 constexpr DISPID kRemoveAll = 8;
 constexpr DISPID kCompareMode = 9;
-constexpr DISPID kHashVal = 10;
 
 constexpr WORD kGet = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 constexpr WORD kPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
@@ -42,7 +41,6 @@ constexpr Member kMembers[] = {{u"Item", kItem, 1, 2},
                                {u"Remove", kRemove, 1, kNot},
                                {u"RemoveAll", kRemoveAll, 0, kNot},
                                {u"CompareMode", kCompareMode, 0, 1},
-                               {u"HashVal", kHashVal, 1, kNot},
                                {u"_NewEnum", DISPID_NEWENUM, 0, kNot}};
 
 HRESULT checkCall(DISPID id, WORD flags, const DISPPARAMS& params) noexcept {
@@ -134,8 +132,6 @@ HRESULT Dictionary::call(DISPID id, WORD flags, const DISPPARAMS& params, VARIAN
       const HRESULT converted = VariantChangeTypeEx(&mode, &last[0], 0, 0, VT_I4);
       return FAILED(converted) ? converted : put_CompareMode(mode.lVal);
     }
-    case kHashVal:
-      return get_HashVal(&last[0], result);
     default:
       result->vt = VT_UNKNOWN;
       return _NewEnum(&result->punkVal);

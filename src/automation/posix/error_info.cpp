@@ -34,40 +34,24 @@ class ErrorInfo final : public Counted<ICreateErrorInfo, IErrorInfo> {
                   object);
   }
 
-  HRESULT STDMETHODCALLTYPE SetGUID(REFGUID guid) override {
-    guid_ = guid;
-    return S_OK;
-  }
+  // Nobody here reads the others.
+  HRESULT STDMETHODCALLTYPE SetGUID(REFGUID) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE SetSource(LPOLESTR source) override { return set(source_, source); }
   HRESULT STDMETHODCALLTYPE SetDescription(LPOLESTR text) override {
     return set(description_, text);
   }
-  HRESULT STDMETHODCALLTYPE SetHelpFile(LPOLESTR file) override { return set(helpFile_, file); }
-  HRESULT STDMETHODCALLTYPE SetHelpContext(DWORD context) override {
-    helpContext_ = context;
-    return S_OK;
-  }
+  HRESULT STDMETHODCALLTYPE SetHelpFile(LPOLESTR) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE SetHelpContext(DWORD) override { return E_NOTIMPL; }
 
-  HRESULT STDMETHODCALLTYPE GetGUID(GUID* guid) override {
-    if (guid == nullptr) return E_POINTER;
-    *guid = guid_;
-    return S_OK;
-  }
+  HRESULT STDMETHODCALLTYPE GetGUID(GUID*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetSource(BSTR* source) override { return copy(source_, source); }
   HRESULT STDMETHODCALLTYPE GetDescription(BSTR* text) override { return copy(description_, text); }
-  HRESULT STDMETHODCALLTYPE GetHelpFile(BSTR* file) override { return copy(helpFile_, file); }
-  HRESULT STDMETHODCALLTYPE GetHelpContext(DWORD* context) override {
-    if (context == nullptr) return E_POINTER;
-    *context = helpContext_;
-    return S_OK;
-  }
+  HRESULT STDMETHODCALLTYPE GetHelpFile(BSTR*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetHelpContext(DWORD*) override { return E_NOTIMPL; }
 
  private:
-  GUID guid_ = GUID_NULL;
   Text source_;
   Text description_;
-  Text helpFile_;
-  DWORD helpContext_ = 0;
 };
 
 thread_local Reference<IErrorInfo> currentError;
