@@ -6,7 +6,7 @@
 
 #include "arrays/array_functions.h"
 #include "core/dispatch.h"
-#include "tests/arrays/page_arrays.h"
+#include "tests/automation/values.h"
 #include "tests/support/script_object.h"
 
 namespace quendal::test {

@@ -7,7 +7,7 @@
 #include "functions/concat.h"
 #include "functions/functions.h"
 #include "functions/pumping_wait.h"
-#include "tests/arrays/page_arrays.h"
+#include "tests/automation/values.h"
 #include "tests/core/raw_call.h"
 #include "tests/support/script_object.h"
 

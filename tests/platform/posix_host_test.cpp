@@ -102,6 +102,8 @@ TEST(OsInfo, ReadsTheEnvironment) {
                                          {"os", "an os"},
                                          {"username", "a user"},
                                          {"systemdrive", "a drive"},
+                                         {"XDG_CONFIG_HOME", folder.native().string()},
+                                         {"XDG_DATA_HOME", folder.native() / "data"},
                                          {"windir", "a folder"}};
   EXPECT_EQ(toUtf8(textOf(info.get(u"TempDir"))), temp);
   test::forEachPair(u"OS=an os|UserName=a user|SystemDrive=a drive|WinDir=a folder",
@@ -109,6 +111,10 @@ TEST(OsInfo, ReadsTheEnvironment) {
                       EXPECT_EQ(toUtf8(textOf(info.get(property))), value);
                     });
   EXPECT_TRUE(lookAt(folder / u"temp").isFolder);
+  EXPECT_EQ(createFolder(folder / u"data"), FileError::None);
+  EXPECT_EQ(textOf(info.get(u"ApplicationDataFolder")), folder.native().u16string() + u"\\");
+  EXPECT_EQ(textOf(info.get(u"LocalApplicationDataFolder")),
+            folder.native().u16string() + u"/data\\");
   const EnvironmentChange none("temp", "\\");
   EXPECT_EQ(textOf(info.get(u"TempDir")), u"");
 }

@@ -14,7 +14,7 @@
 #include "support/text_rows.h"
 #include "system/os_info.h"
 #include "system/platform_block.h"
-#include "tests/arrays/page_arrays.h"
+#include "tests/automation/values.h"
 
 namespace quendal {
 namespace {
@@ -67,6 +67,21 @@ TEST_F(OsInfoTest, TellsTheSystem) {
   EXPECT_EQ(get(u"SystemDirectory"), toUtf8(platform::systemFolder()) + "\\");
   EXPECT_EQ(get(u"BitAsString"), "32 Bit");
   EXPECT_EQ(info.get(u"Bit").boolVal, platform::wow64Flag());
+  test::forEachPair(
+      u"MyDocumentsFolder=5|MyPicturesFolder=39|MyMusicFolder=13|MyVideosFolder=14"
+      u"|CommonDocumentsFolder=46|CommonPicturesFolder=54|CommonMusicFolder=53"
+      u"|CommonVideosFolder=55|StartMenuFolder=11|StartMenuProgramsFolder=2|StartupFolder=7"
+      u"|CommonStartMenuFolder=22|CommonStartMenuProgramsFolder=23|CommonStartupFolder=24"
+      u"|DesktopFolder=16|MyFavoritesFolder=6|RecentDocumentsFolder=8|SendToFolder=9"
+      u"|TemplatesFolder=21|CommonDesktopFolder=25|CommonFavoritesFolder=31"
+      u"|CommonTemplatesFolder=45|ApplicationDataFolder=26|LocalApplicationDataFolder=28"
+      u"|CommonApplicationDataFolder=35|TemporaryInternetFilesFolder=32|IECookiesFolder=33"
+      u"|IEHistoryFolder=34|WindowsDirectory=36|FontsFolder=20|ProgramFilesFolder=38"
+      u"|CommonFilesFolder=43|UserProfileFolder=40|AdministrativeToolsFolder=48"
+      u"|CommonAdministrativeToolsFolder=47",
+      [this](std::u16string_view property, const std::string& id) {
+        EXPECT_EQ(get(property), toUtf8(system::querySpecialFolder(std::stoi(id))));
+      });
   const std::int32_t before = platform::tickCount();
   const Variant ticks = info.get(u"TickCount");
   EXPECT_EQ(ticks.vt, VT_I4);
