@@ -107,18 +107,5 @@ TEST(SitePath, OnlyPlainPathsBelowTheRootAreResolved) {
     EXPECT_EQ(resolvedPath(refused), std::nullopt) << toUtf8(refused);
 }
 
-TEST(SitePath, LogsInAnyCaseAtAnyDepth) {
-  for (const char16_t* logs : {u"/LOGS", u"/Logs/log.txt", u"/a/lOgS/b"})
-    EXPECT_TRUE(leadsThroughLogs(logs)) << toUtf8(logs);
-  for (const char16_t* other : {u"", u"/LOG", u"/LOGS.TXT", u"/MYLOGS/a", u"/LOGS2"})
-    EXPECT_FALSE(leadsThroughLogs(other)) << toUtf8(other);
-}
-
-TEST(SitePath, PercentSequences) {
-  EXPECT_EQ(percentDecoded("a%20b+%C3%a9%", true), "a b \xC3\xA9%");
-  EXPECT_EQ(percentDecoded("a%41+", false), "aA+");
-  for (const char* bad : {"%", "%4", "%zz"}) EXPECT_EQ(percentDecoded(bad, false), std::nullopt);
-}
-
 }  // namespace
 }  // namespace quendal::host

@@ -33,13 +33,6 @@ TEST(Locale, FormatsDatesOfAmericanEnglish) {
     EXPECT_EQ(toUtf8(formatDate(date, pattern)), text) << date;
 }
 
-TEST(Locale, EverySecondOfADayFormatsAsItself) {
-  for (int second = 0; second < 86400; ++second) {
-    const int read = std::stoi(toUtf8(formatDate(46341 + second / 86400.0, u"HHnnss")));
-    ASSERT_EQ(read / 10000 * 3600 + read / 100 % 100 * 60 + read % 100, second);
-  }
-}
-
 // A locale with signs of its own and the grouping of the moment.
 std::u16string_view grouping;
 std::size_t ownLocale(std::uint32_t item, std::span<char16_t> out) {

@@ -132,14 +132,6 @@ TEST(Serve, AFailureIsToldWithFileAndLine) {
             std::string::npos);
 }
 
-TEST(Serve, ClientsThatHangUpAreForgotten) {
-  const std::string whole =
-      "POST /default.asp HTTP/1.1\r\nHost: test\r\nContent-Length: 3\r\n\r\na=b";
-  for (std::size_t length = 20; length <= whole.size(); ++length)
-    Connection().send(whole.substr(0, length));
-  EXPECT_EQ(get("/").result_int(), 200u);
-}
-
 TEST(Serve, ASessionBelongsToItsCookie) {
   const Reply first = get("/");
   EXPECT_NE(first.body().find("visits 1"), std::string::npos);
