@@ -30,7 +30,7 @@ namespace {
 constexpr std::string_view kUsage =
     "usage: asp_host run PAGE.asp [OPTION...]     runs a page and prints its response\n"
     "         --method M  --query Q  --form F  --cookie C  --server-variable NAME=VALUE\n"
-    "         --root FOLDER (of the site; default: the page's)  --headers  --script-timeout SECONDS\n"
+    "         --root FOLDER (of the site; else the page's)  --headers  --script-timeout SECONDS\n"
     "       asp_host serve FOLDER [OPTION...]     serves a folder as a site on 127.0.0.1\n"
     "         --port N (8080; 0 for a free one)  --threads N (4)  --script-timeout SECONDS (90)\n"
     "         --show-logs (LOGS folders are hidden otherwise)\n";
