@@ -1,6 +1,6 @@
 @echo off
-rem Sets x64 and x86 to the folders of the system's programs of each bitness, as far as this Windows
-rem runs the component in it; the other stays empty. Called by the commands beside it.
+rem Sets x64 and x86 to the system folders of each bitness in which this Windows can run the component;
+rem the other stays empty. Called by the commands beside it.
 set x64=
 set x86=
 set architecture=%PROCESSOR_ARCHITECTURE%

@@ -1,5 +1,5 @@
 @echo off
 rem unregister.cmd [/user]
-rem Takes back every registration of the component, as administrator, or with /user only the
-rem current user's. Tells and ends as register.cmd.
+rem Removes every registration of the component, as administrator, or with /user only the current
+rem user's. Prints and returns what register.cmd does.
 call "%~dp0register.cmd" /u %*

@@ -1,8 +1,8 @@
 @echo off
 rem verify.cmd
-rem Runs a VBScript and a JScript page with the component as it is registered, in each bitness that
-rem is, and tells whether it works, or else whether the registration or the library is at fault.
-rem The status is 0 when all that is registered works, and 1 otherwise.
+rem Runs a VBScript and a JScript page with the registered component, in each registered bitness, and
+rem says whether it works, or whether the registration or the library is at fault.
+rem The exit status is 0 when everything that is registered works, otherwise 1.
 setlocal
 set "pages=%~dp0verify"
 set "printed=%TEMP%\quendal_verify_%RANDOM%.txt"
@@ -26,8 +26,8 @@ if defined named (
 echo   Run register.cmd as administrator, or repair the installation.
 exit /b 1
 
-rem The script ends with status 0 when the bitness is registered, 10 when it is not, 11 when only
-rem the names of the classes are, which the bitnesses share, and otherwise has told the fault.
+rem The script's exit status is 0 when the bitness is registered, 10 when it is not, 11 when only the
+rem names of the classes are, which both bitnesses share. Otherwise the script has printed the fault.
 :bitness
 "%~1\cscript.exe" //nologo "%pages%\verify.js" registration %2
 set code=%errorlevel%

@@ -28,9 +28,9 @@ namespace quendal::host {
 namespace {
 
 constexpr std::string_view kUsage =
-    "usage: asp_host run PAGE.asp [OPTION...]     runs a page and prints what it answers\n"
+    "usage: asp_host run PAGE.asp [OPTION...]     runs a page and prints its response\n"
     "         --method M  --query Q  --form F  --cookie C  --server-variable NAME=VALUE\n"
-    "         --root FOLDER (of the site; the page's own)  --headers  --script-timeout SECONDS\n"
+    "         --root FOLDER (of the site; else the page's)  --headers  --script-timeout SECONDS\n"
     "       asp_host serve FOLDER [OPTION...]     serves a folder as a site on 127.0.0.1\n"
     "         --port N (8080; 0 for a free one)  --threads N (4)  --script-timeout SECONDS (90)\n"
     "         --show-logs (LOGS folders are hidden otherwise)\n";
@@ -55,7 +55,7 @@ class CommandLine {
   }
   std::string bytes(const std::string& missing) { return encoded(word(missing), kUtf8); }
   unsigned number(unsigned least, unsigned most) {
-    const std::string wanted = std::to_string(least) + " to " + std::to_string(most) + " is wanted";
+    const std::string wanted = std::to_string(least) + " to " + std::to_string(most) + " expected";
     const std::string text = bytes(wanted);
     unsigned value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -98,7 +98,7 @@ int runPage(CommandLine& line) {
   PageRequest request;
   bool headers = false;
   std::chrono::seconds timeout{90};
-  const std::string text = "a text is wanted";
+  const std::string text = "a text expected";
   line.options({
       {"--method", [&] { request.method = line.bytes(text); }},
       {"--query", [&] { request.query = line.bytes(text); }},
@@ -111,13 +111,13 @@ int runPage(CommandLine& line) {
        }},
       {"--server-variable",
        [&] {
-         const std::string wanted = "NAME=VALUE is wanted";
+         const std::string wanted = "NAME=VALUE expected";
          const std::u16string pair = line.word(wanted);
          const std::size_t equals = pair.find(u'=');
          if (equals == 0 || equals == pair.npos) throw UsageError(wanted);
          request.variables.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
        }},
-      {"--root", [&] { root = folderAt(line.word("a folder is wanted")); }},
+      {"--root", [&] { root = folderAt(line.word("a folder expected")); }},
       {"--headers", [&] { headers = true; }},
       {"--script-timeout", [&] { timeout = line.timeout(); }},
   });
