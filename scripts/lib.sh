@@ -122,7 +122,7 @@ in_wine() {
   else
     as_root "${limit[@]}" chroot "$wine32_root" /usr/bin/env -i HOME=/root \
       WINEPREFIX="/root/.wine$wine_variant" STAGE="/quendal$wine_variant" \
-      PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 WINEDEBUG=-all \
+      PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 TZ="${TZ:-}" WINEDEBUG=-all \
       WINEDLLOVERRIDES="mscoree,mshtml=" \
       bash -c 'cd "$STAGE" 2>/dev/null; exec "$@"' - "$@" </dev/null
   fi

@@ -14,6 +14,7 @@
 # named and counted as skipped.
 . "$(dirname "$0")/lib.sh"
 . "$root/scripts/packages_test.sh"
+export TZ=IST-5:30  # where local time is not universal time
 
 passed=0 failed=0 skipped=0
 

@@ -7,57 +7,28 @@
 namespace quendal {
 namespace {
 
-template <class E>
-constexpr EnumerationMember member(std::u16string_view name, E value) {
-  return {name, static_cast<std::int32_t>(value)};
-}
-
-constexpr std::array kLogLevel = {
-    member(u"LOG_LEVEL_OFF", LogLevel::Off),
-    member(u"LOG_LEVEL_LOW", LogLevel::Low),
-    member(u"LOG_LEVEL_MEDIUM", LogLevel::Medium),
-    member(u"LOG_LEVEL_HIGH", LogLevel::High),
-    member(u"LOG_LEVEL_INTERNALS", LogLevel::Internals),
-    member(u"LOG_LEVEL_KEEP_FILES", LogLevel::KeepFiles),
-    member(u"LOG_LEVEL_PERFORMANCE", LogLevel::Performance),
+constexpr EnumerationMember kLogLevel[] = {
+    {u"LOG_LEVEL_OFF", 1},         {u"LOG_LEVEL_LOW", 2},       {u"LOG_LEVEL_MEDIUM", 3},
+    {u"LOG_LEVEL_HIGH", 4},        {u"LOG_LEVEL_INTERNALS", 5}, {u"LOG_LEVEL_KEEP_FILES", 6},
+    {u"LOG_LEVEL_PERFORMANCE", 7},
 };
 
-constexpr std::array kLogRepeat = {
-    member(u"LOG_REPEAT_NONE", LogRepeat::None),
-    member(u"LOG_REPEAT_WARNING", LogRepeat::Warning),
-    member(u"LOG_REPEAT_SERIOUS", LogRepeat::Serious),
-    member(u"LOG_REPEAT_CRITICAL", LogRepeat::Critical),
-    member(u"LOG_REPEAT_FATAL", LogRepeat::Fatal),
+constexpr EnumerationMember kLogRepeat[] = {
+    {u"LOG_REPEAT_NONE", 1},      {u"LOG_REPEAT_WARNING", 10}, {u"LOG_REPEAT_SERIOUS", 20},
+    {u"LOG_REPEAT_CRITICAL", 50}, {u"LOG_REPEAT_FATAL", 100},
 };
 
-constexpr std::array kVersionStrings = {
-    member(u"viPredefinedFirst", VersionString::Language),
-    member(u"viLanguage", VersionString::Language),
-    member(u"viComments", VersionString::Comments),
-    member(u"viCompanyName", VersionString::CompanyName),
-    member(u"viFileDescription", VersionString::FileDescription),
-    member(u"viFileVersion", VersionString::FileVersion),
-    member(u"viInternalName", VersionString::InternalName),
-    member(u"viLegalCopyright", VersionString::LegalCopyright),
-    member(u"viLegalTrademarks", VersionString::LegalTrademarks),
-    member(u"viOriginalFilename", VersionString::OriginalFilename),
-    member(u"viProductName", VersionString::ProductName),
-    member(u"viProductVersion", VersionString::ProductVersion),
-    member(u"viPrivateBuild", VersionString::PrivateBuild),
-    member(u"viSpecialBuild", VersionString::SpecialBuild),
-    member(u"viLegalTrademarks1", VersionString::LegalTrademarks1),
-    member(u"viLegalTrademarks2", VersionString::LegalTrademarks2),
-    member(u"viPredefinedLast", VersionString::LegalTrademarks2),
-};
+constexpr EnumerationMember kVersionStrings[] = {
+    {u"viPredefinedFirst", 0},   {u"viLanguage", 0},        {u"viComments", 1},
+    {u"viCompanyName", 2},       {u"viFileDescription", 3}, {u"viFileVersion", 4},
+    {u"viInternalName", 5},      {u"viLegalCopyright", 6},  {u"viLegalTrademarks", 7},
+    {u"viOriginalFilename", 8},  {u"viProductName", 9},     {u"viProductVersion", 10},
+    {u"viPrivateBuild", 11},     {u"viSpecialBuild", 12},   {u"viLegalTrademarks1", 13},
+    {u"viLegalTrademarks2", 14}, {u"viPredefinedLast", 14}};
 
-constexpr std::array kQuoteStyle = {
-    member(u"sbNone", QuoteStyle::None),
-    member(u"sbDouble", QuoteStyle::Double),
-    member(u"sbSingle", QuoteStyle::Single),
-    member(u"sbSquareBrackets", QuoteStyle::SquareBrackets),
-    member(u"sbExcelDateString", QuoteStyle::ExcelDateString),
-    member(u"sbADODBSheetReference", QuoteStyle::SheetReference),
-};
+constexpr EnumerationMember kQuoteStyle[] = {
+    {u"sbNone", 0},           {u"sbDouble", 1},          {u"sbSingle", 2},
+    {u"sbSquareBrackets", 3}, {u"sbExcelDateString", 4}, {u"sbADODBSheetReference", 5}};
 
 }  // namespace
 

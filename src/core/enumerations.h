@@ -9,23 +9,9 @@
 
 namespace quendal {
 
-enum class LogLevel : std::int32_t {
-  Off = 1,
-  Low = 2,
-  Medium = 3,
-  High = 4,
-  Internals = 5,
-  KeepFiles = 6,
-  Performance = 7,
-};
-
-enum class LogRepeat : std::int32_t {
-  None = 1,
-  Warning = 10,
-  Serious = 20,
-  Critical = 50,
-  Fatal = 100,
-};
+/// The values of LOG_LEVEL and LOG_REPEAT that the library itself uses.
+inline constexpr std::int16_t kLogLevelLow = 2;
+inline constexpr std::int16_t kLogRepeatSerious = 20;
 
 enum class VersionString : std::int32_t {
   Language = 0,

@@ -22,7 +22,7 @@ void Logging::classInitialize() {
   inPage_ = false;
   file_.setFormat(LogFile::Format::Utf16);
   file_.expectBanner();
-  logLevel_ = static_cast<std::int16_t>(LogLevel::Low);
+  logLevel_ = kLow;
   apartment().groupDepth = 0;
   file_.setRolloverBytes(kRolloverBytes);
   system::recordOSVersion();

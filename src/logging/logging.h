@@ -94,7 +94,7 @@ class Logging final {
   std::int32_t logDiagnostics(DefaultedRef& out);
 
  private:
-  static constexpr auto kLow = static_cast<std::int16_t>(LogLevel::Low);
+  static constexpr std::int16_t kLow = kLogLevelLow;
 
   /// Reads a member of an error object by its name.
   using ErrorMember = std::function<Variant(std::u16string_view)>;

@@ -59,6 +59,14 @@ TEST_F(EarlyBoundTest, TheLoggerWritesAndGivesBackThroughReferences) {
   const std::u16string entry = textFrom(
       [&](BSTR* result) { return logger->WriteLog(&level, &text, &repeat, &stamp, result); });
   EXPECT_EQ(repeat, 1);
+  ITypeInfo* info = nullptr;
+  ASSERT_EQ(logger->GetTypeInfo(0, 0, &info), S_OK);
+  const Pointer<ITypeInfo> held(info);
+  const auto nameOf = [&](MEMBERID id) {
+    return textFrom(
+        [&](BSTR* name) { return info->GetDocumentation(id, name, nullptr, nullptr, nullptr); });
+  };
+  EXPECT_EQ(nameOf(MEMBERID_NIL) + u" " + nameOf(1), u"LOGGING OnStartPage");
   EXPECT_EQ(entry, textOf(stamp) + u"Hello");
   EXPECT_TRUE(platform::fileExists(folder / u"logs\\early.txt"));
 }

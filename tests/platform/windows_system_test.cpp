@@ -4,6 +4,7 @@
 
 #include "automation/dispatch.h"
 #include "base/utf8.h"
+#include "platform/identities.h"
 #include "platform/registry.h"
 #include "platform/windows/code_page_bytes.h"
 #include "platform/windows/wide.h"
@@ -34,6 +35,12 @@ TEST(WindowsFilesTest, OnlyAnExclusiveHolderKeepsAnEntryOut) {
   EXPECT_EQ(appendToFile(log, bytesOf("z")), FileError::None);
   shortHolder.join();
   EXPECT_EQ(contentOf(log), "xyz");
+}
+
+TEST(WindowsEnvironmentTest, LongVariablesAreWhole) {
+  const std::string text(300, 'x');
+  SetEnvironmentVariableA("QUENDAL_LONG", text.c_str());
+  EXPECT_EQ(toUtf8(environmentVariable(u"QUENDAL_LONG")), text);
 }
 
 TEST(WindowsCodePageTest, ACharacterHasAllItsBytes) {
