@@ -33,16 +33,14 @@ TEST(Values, AnArrayOfOneTypeKeepsOnlyThatType) {
 }
 
 TEST(Values, TypesHaveTheHostsNames) {
-  std::u16string names;
-  for (const int type :
-       std::initializer_list<int>{VT_I2, VT_R4, VT_CY, VT_DATE, VT_ERROR, VT_BOOL, VT_UNKNOWN,
-                                  VT_UI1, VT_DECIMAL, VT_UI4, kVariantArray}) {
-    VARIANT value{};
-    value.vt = static_cast<VARTYPE>(type);
-    names.append(typeNameOf(value)).append(u" ");
-  }
-  EXPECT_EQ(toUtf8(names),
-            "Integer Single Currency Date Error Boolean Nothing Byte Decimal Unknown Variant() ");
+  forEachPair(
+      u"2=Integer|4=Single|6=Currency|7=Date|10=Error|11=Boolean|13=Nothing|17=Byte|14=Decimal"
+      u"|19=Unknown|8204=Variant()",
+      [](std::u16string_view type, const std::string& name) {
+        VARIANT value{};
+        value.vt = static_cast<VARTYPE>(std::stoi(toUtf8(type)));
+        EXPECT_EQ(toUtf8(typeNameOf(value)), name);
+      });
 }
 
 Variant gives(ScriptObject::Call call) {

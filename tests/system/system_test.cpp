@@ -20,18 +20,14 @@ namespace quendal {
 namespace {
 
 TEST(SystemQueries, UpTimeIsRoundedNotCut) {
-  const std::pair<std::int32_t, std::u16string_view> rows[] = {
-      {500, u"0 Seconds"},
-      {1'500, u"2 Seconds"},
-      {59'500, u"1 Minutes 0 Seconds"},
-      {90'000, u"2 Minutes 30 Seconds"},
-      {150'000, u"2 Minutes 30 Seconds"},
-      {3'600'000, u"1 Hours 0 Minutes 0 Seconds"},
-      {86'400'000, u"1 Days 0 Hours 0 Minutes 0 Seconds"},
-      {129'600'000, u"2 Days 12 Hours 0 Minutes 0 Seconds"},
-      {-1'500, u"-2 Seconds"},
-      {-2'147'483'647 - 1, u"-2147484 Seconds"}};
-  for (const auto& [ticks, text] : rows) EXPECT_EQ(system::upTimeText(ticks), text) << ticks;
+  test::forEachPair(
+      u"500=0 Seconds|1500=2 Seconds|59500=1 Minutes 0 Seconds|90000=2 Minutes 30 Seconds"
+      u"|150000=2 Minutes 30 Seconds|3600000=1 Hours 0 Minutes 0 Seconds"
+      u"|86400000=1 Days 0 Hours 0 Minutes 0 Seconds|129600000=2 Days 12 Hours 0 Minutes 0 Seconds"
+      u"|-1500=-2 Seconds|-2147483648=-2147484 Seconds",
+      [](std::u16string_view ticks, const std::string& text) {
+        EXPECT_EQ(toUtf8(system::upTimeText(std::stoi(toUtf8(ticks)))), text);
+      });
 }
 
 class OsInfoTest : public ::testing::Test {
