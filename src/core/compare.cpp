@@ -115,11 +115,8 @@ std::partial_ordering compareValues(const VARIANT& a, const VARIANT& b) {
   // Before any object is asked: what is compared with Null does not matter.
   if (left.vt == VT_NULL || right.vt == VT_NULL) return std::partial_ordering::unordered;
   if (!isObject(left) && !isObject(right)) return comparePlain(left, right);
-  // Both are owned before either is asked: what one does may change where the other came from.
-  const Variant ownLeft = Variant::copyOf(left);
-  const Variant ownRight = Variant::copyOf(right);
-  const Variant plainLeft = plainValueOf(ownLeft);
-  const Variant plainRight = plainValueOf(ownRight);
+  const Variant plainLeft = plainValueOf(left);
+  const Variant plainRight = plainValueOf(right);
   return comparePlain(plainLeft, plainRight);
 }
 

@@ -33,7 +33,8 @@ struct NumberKey {
 
 /// Two numbers by value, two texts by their UTF-16 units, a number before any text; Empty is 0 or
 /// no text, whichever the other one is; an object is its default value. Unordered when either is
-/// Null or not a number (the floating-point one). Raises 13 for arrays and error values and as
+/// Null or not a number (the floating-point one). The caller owns both: what an object does as it
+/// is asked may change where they came from. Raises 13 for arrays and error values and as
 /// plainValueOf.
 [[nodiscard]] std::partial_ordering compareValues(const VARIANT& a, const VARIANT& b);
 

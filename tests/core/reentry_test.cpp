@@ -71,13 +71,10 @@ TEST_F(Reentry, WhatIsComparedOrEncodedIsKept) {
   const auto clear = [&] { variable = Variant(Object()); };
   const Variant clears = runs(clear);
   for (const std::u16string_view member : {u"Max", u"Min"}) {
-    for (const std::vector<VARIANT>& arguments :
-         {std::vector<VARIANT>{referenceTo(variable), clears, level},
-          std::vector<VARIANT>{clears, referenceTo(variable)}}) {
-      variable = runs([] {});
-      EXPECT_EQ(rawCall(functions.object(), member, arguments).code, S_OK);
-      EXPECT_EQ(variable.pdispVal, nullptr);
-    }
+    variable = runs([] {});
+    EXPECT_EQ(rawCall(functions.object(), member, {referenceTo(variable), clears, level}).code,
+              S_OK);
+    EXPECT_EQ(variable.pdispVal, nullptr);
   }
   variable = Variant(ScriptObject()
                          .className(u"Recordset")

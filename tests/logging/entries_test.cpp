@@ -52,7 +52,8 @@ TEST_F(Entries, RepeatsAndContinuationLinesBeginWithThePrefixOfTheLast) {
 
 TEST_F(Entries, TakeAnyValueThatHasAText) {
   const Object own = ScriptObject().defaultMember([](auto) { return Variant(u"own"); }).object();
-  for (const Variant& none : {Variant(), Variant::null(), Variant::missing()})
+  const Object null = ScriptObject().defaultMember([](auto) { return Variant::null(); }).object();
+  for (const Variant& none : {Variant(), Variant::null(), Variant::missing(), Variant(null)})
     EXPECT_EQ(lines(u"WriteLog", kLow, none), "@ \n");
   EXPECT_EQ(lines(u"WriteLog", kLow, 2.5), "@ 2.5\n");
   EXPECT_EQ(lines(u"WriteLog", kLow, own), "@ own\n");
