@@ -263,7 +263,7 @@ const char16_t* Decoder::findNumber() {
 // The characters of a string, good until the next one is read.
 std::u16string_view Decoder::readString() {
   const char16_t* const begin = at_;
-  at_ = std::find_if(at_, end_, isSpecial);
+  at_ = findFirst(at_, end_, isSpecial);
   if (!isAt(u'"')) return readStringWithEscapes(begin);
   return {begin, static_cast<std::size_t>(at_++ - begin)};
 }
@@ -278,7 +278,7 @@ std::u16string_view Decoder::readStringWithEscapes(const char16_t* begin) {
     if (special != u'\\') raiseError(u"Invalid control character");
     unescaped_ += readEscape();
     begin = at_;
-    at_ = std::find_if(at_, end_, isSpecial);
+    at_ = findFirst(at_, end_, isSpecial);
   }
 }
 

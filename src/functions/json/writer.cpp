@@ -7,6 +7,7 @@
 #include <new>
 #include <string>
 
+#include "base/characters.h"
 #include "base/text.h"
 #include "functions/json/characters.h"
 
@@ -69,13 +70,14 @@ void Writer::putKey(std::u16string_view characters, bool isFirst) {
 
 void Writer::putText(std::u16string_view text) {
   put(u'"');
-  while (true) {
-    const auto special = std::find_if(text.begin(), text.end(), isSpecial);
-    put({text.begin(), special});
-    if (special == text.end()) break;
+  const char16_t* const end = text.data() + text.size();
+  for (const char16_t* at = text.data();; ++at) {
+    const char16_t* const special = findFirst(at, end, isSpecial);
+    put({at, special});
+    if (special == end) break;
     put(u'\\');
     put(escapeOf(*special));
-    text = {special + 1, text.end()};
+    at = special;
   }
   put(u'"');
 }
