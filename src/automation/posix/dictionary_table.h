@@ -10,8 +10,8 @@
 
 namespace quendal::automation {
 
-/// An index of hashes with open addressing leads to the entries. A removed entry stays as a gap
-/// until most of them are gaps.
+/// An index of hashes with open addressing leads to the entries, unless they are few. A removed
+/// entry stays as a gap until most of them are gaps.
 ///
 /// What can run short of memory throws std::bad_alloc and changes nothing.
 class DictionaryTable {
@@ -50,7 +50,7 @@ class DictionaryTable {
   void addToIndex(std::size_t position) noexcept;
 
   std::vector<Entry> entries_;
-  std::vector<std::uint32_t> index_;  // positions + 1, 0 where free; its size is a power of two
+  std::vector<std::uint32_t> index_;  // positions + 1, 0 where free; a power of two, or none
   std::size_t indexed_ = 0;           // places taken
   std::size_t gaps_ = 0;
   bool ignoreCase_;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <string>
@@ -79,7 +81,10 @@ class Decoder {
   };
 
   [[nodiscard]] bool isAt(char16_t c) const noexcept { return at_ != end_ && *at_ == c; }
-  void skipBlanks() noexcept { at_ = std::find_if_not(at_, end_, isBlank); }
+  void skipBlanks() noexcept {
+    if (at_ != end_ && isBlank(*at_)) skipFurtherBlanks();
+  }
+  void skipFurtherBlanks() noexcept;
 
   bool beginValue();
   bool beginObject();
@@ -142,6 +147,15 @@ bool Decoder::beginValue() {
       readNumber();
       return true;
   }
+}
+
+// Most blanks indent a line.
+void Decoder::skipFurtherBlanks() noexcept {
+  constexpr char16_t kIndent[] = {u' ', u' ', u' ', u' ', u' ', u' ', u' ', u' '};
+  ++at_;
+  while (end_ - at_ >= std::ssize(kIndent) && std::memcmp(at_, kIndent, sizeof(kIndent)) == 0)
+    at_ += std::ssize(kIndent);
+  at_ = std::find_if_not(at_, end_, isBlank);
 }
 
 bool Decoder::beginObject() {
@@ -263,7 +277,7 @@ const char16_t* Decoder::findNumber() {
 // The characters of a string, good until the next one is read.
 std::u16string_view Decoder::readString() {
   const char16_t* const begin = at_;
-  at_ = findFirst(at_, end_, isSpecial);
+  at_ = std::find_if(at_, end_, isSpecial);
   if (!isAt(u'"')) return readStringWithEscapes(begin);
   return {begin, static_cast<std::size_t>(at_++ - begin)};
 }
@@ -278,7 +292,7 @@ std::u16string_view Decoder::readStringWithEscapes(const char16_t* begin) {
     if (special != u'\\') raiseError(u"Invalid control character");
     unescaped_ += readEscape();
     begin = at_;
-    at_ = findFirst(at_, end_, isSpecial);
+    at_ = std::find_if(at_, end_, isSpecial);
   }
 }
 
