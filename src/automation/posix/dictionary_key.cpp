@@ -64,11 +64,11 @@ std::uint32_t hashOfBytes(const void* bytes, std::size_t size) noexcept {
   };
   const auto* next = static_cast<const std::byte*>(bytes);
   const std::byte* const end = next + size;
-  if (size < kBlock) {
-    add(next, size);
-  } else {
+  if (size >= kBlock) {
     for (; end - next > std::ptrdiff_t{kBlock}; next += kBlock) add(next, kBlock);
     add(end - kBlock, kBlock);  // some of it once more, rather than a part of a block
+  } else if (size > 0) {
+    add(next, size);
   }
   return static_cast<std::uint32_t>(mix(hash ^ kSeed, kOdd1));
 }

@@ -15,7 +15,7 @@ DictionaryTable::Entry* DictionaryTable::find(const DictionaryKey& key, std::uin
   const auto isSought = [&](const Entry& entry) {
     if (entry.isGap || entry.hash != hash) return false;
     DictionaryKey found;
-    return SUCCEEDED(readKey(entry.key, found)) && isSameKey(key, found, ignoreCase_);
+    return SUCCEEDED(readKey(*entry.key, found)) && isSameKey(key, found, ignoreCase_);
   };
   if (index_.empty()) {
     for (Entry& entry : entries_)
@@ -42,7 +42,7 @@ void DictionaryTable::append(Entry&& entry) {
   addToIndex(entries_.size() - 1);
 }
 
-OwnedValue DictionaryTable::rename(Entry& entry, OwnedValue&& key, std::uint32_t hash) {
+SharedKey DictionaryTable::rename(Entry& entry, SharedKey key, std::uint32_t hash) {
   if (entry.hash != hash) {
     makeRoomInIndex();
     // The place of the old hash stays and does no harm: its entry has another hash now.

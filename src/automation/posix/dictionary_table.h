@@ -3,12 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "automation/posix/dictionary_key.h"
 #include "automation/posix/variants.h"
 
 namespace quendal::automation {
+
+/// A key that entries of any dictionaries can share.
+using SharedKey = std::shared_ptr<const OwnedValue>;
 
 /// An index of hashes with open addressing leads to the entries, unless they are few. A removed
 /// entry stays as a gap until most of them are gaps.
@@ -18,7 +22,7 @@ class DictionaryTable {
  public:
   struct Entry {
     OwnedValue item;
-    OwnedValue key;
+    SharedKey key;
     std::uint32_t hash = 0;
     bool isGap = false;
   };
@@ -39,7 +43,7 @@ class DictionaryTable {
 
   /// Replaces a key, keeping the entry's place, and gives back the old one. The new key is not in
   /// the table, except perhaps at this entry.
-  [[nodiscard]] OwnedValue rename(Entry& entry, OwnedValue&& key, std::uint32_t hash);
+  [[nodiscard]] SharedKey rename(Entry& entry, SharedKey key, std::uint32_t hash);
 
   /// Takes an entry out.
   [[nodiscard]] Entry remove(Entry& entry) noexcept;

@@ -34,13 +34,16 @@ IDictionary* DictionaryMaker::make() noexcept {
   return static_cast<IDictionary*>(found);
 }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
-  VARIANT key;
-  VariantInit(&key);
-  key.vt = VT_BSTR;
-  key.bstrVal = takenKey;
-  const HRESULT result = dictionary.Add(&key, &takenItem);  // keeps copies
-  VariantClear(&key);
+HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key,
+                             VARIANT& takenItem) noexcept {
+  VARIANT keyValue;
+  VariantInit(&keyValue);
+  keyValue.bstrVal = SysAllocStringLen(oleText(key.data()), static_cast<UINT>(key.size()));
+  if (keyValue.bstrVal != nullptr) keyValue.vt = VT_BSTR;
+  const HRESULT result = keyValue.bstrVal == nullptr
+                             ? E_OUTOFMEMORY
+                             : dictionary.Add(&keyValue, &takenItem);  // keeps copies
+  VariantClear(&keyValue);
   VariantClear(&takenItem);
   return result;
 }

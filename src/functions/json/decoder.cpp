@@ -76,8 +76,10 @@ class Decoder {
   /// An array or object whose end has not come yet.
   struct Open {
     OwnedDictionary dictionary;  // null for an array
-    Text key;                    // of the member whose value comes next
     std::size_t firstElement = 0;
+    // Of the member whose value comes next: as it stands in the text, or, if not empty, unescaped.
+    std::u16string_view plainKey = {};
+    std::u16string unescapedKey = {};
   };
 
   [[nodiscard]] bool isAt(char16_t c) const noexcept { return at_ != end_ && *at_ == c; }
@@ -163,7 +165,7 @@ bool Decoder::beginObject() {
   ++at_;
   OwnedDictionary dictionary(maker_.make());
   if (dictionary == nullptr) throw AutomationError(error_number::kCannotCreate);
-  open_.push_back({std::move(dictionary), {}});
+  open_.push_back({std::move(dictionary)});
   skipBlanks();
   if (isAt(u'}')) {
     closeInnermost();
@@ -176,7 +178,7 @@ bool Decoder::beginObject() {
 bool Decoder::beginArray() {
   limit_.checkBelow(open_.size());
   ++at_;
-  open_.push_back({nullptr, {}, values_.count()});
+  open_.push_back({nullptr, values_.count()});
   skipBlanks();
   if (!isAt(u']')) return false;
   closeInnermost();
@@ -204,7 +206,9 @@ bool Decoder::endsInnermost() {
 }
 
 void Decoder::addMember(Open& object) {
-  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), values_.last());
+  const std::u16string_view key =
+      object.unescapedKey.empty() ? object.plainKey : object.unescapedKey;
+  const HRESULT code = maker_.add(*object.dictionary, key, values_.last());
   values_.pop();
   if (SUCCEEDED(code)) return;
   // The error leaves with the standard text of its number instead of the dictionary's own.
@@ -227,8 +231,11 @@ void Decoder::closeInnermost() {
 void Decoder::readKey(Open& object) {
   if (!isAt(u'"')) raiseError(u"Expecting property name");
   ++at_;
-  object.key = Text::attach(automation::newKey(readString()));
-  if (object.key.get() == nullptr) throw std::bad_alloc();
+  const char16_t* const begin = at_;
+  object.plainKey = readString();
+  const bool isPlain = object.plainKey.data() == begin;
+  object.unescapedKey.clear();
+  if (!isPlain) object.unescapedKey = object.plainKey;
   skipBlanks();
   if (!isAt(u':')) raiseError(u"Expecting : delimiter");
   ++at_;
