@@ -37,13 +37,15 @@ class DictionaryMaker {
 /// read as it is then, or as it was.
 class DictionaryReader {
  public:
-  /// Of an object, which it shares. Reads nothing when that is no dictionary.
+  /// Of an object that outlives it. Reads nothing when that is no dictionary.
   explicit DictionaryReader(IUnknown& object) noexcept;
   DictionaryReader(const DictionaryReader&) = delete;
   DictionaryReader& operator=(const DictionaryReader&) = delete;
   ~DictionaryReader();
 
-  [[nodiscard]] bool isDictionary() const noexcept { return dictionary_ != nullptr; }
+  [[nodiscard]] bool isDictionary() const noexcept {
+    return own_ != nullptr || dictionary_ != nullptr;
+  }
 
   /// Goes to the next entry: S_OK, S_FALSE at the end, otherwise the dictionary's failure.
   [[nodiscard]] HRESULT next() noexcept;
@@ -54,8 +56,8 @@ class DictionaryReader {
  private:
   [[nodiscard]] HRESULT nextCopied() noexcept;
 
-  IDictionary* dictionary_ = nullptr;
-  const void* own_ = nullptr;  // the dictionary as the system's own class, where it is that
+  const void* own_ = nullptr;          // the object as the system's own class, where it is that
+  IDictionary* dictionary_ = nullptr;  // otherwise
   std::size_t position_ = 0;
   const VARIANT* key_ = nullptr;
   const VARIANT* item_ = nullptr;

@@ -13,7 +13,7 @@
 namespace quendal::automation {
 namespace {
 
-// Answered by this class alone.
+// Answered by this class alone, and without another reference.
 constexpr IID kIidOwnDictionary{
     0x5C0E4B5A, 0x6F1D, 0x4E0B, {0x9D, 0x57, 0x3B, 0x8A, 0x61, 0xC4, 0x2F, 0x90}};
 
@@ -59,10 +59,13 @@ bool isLockedArray(const VARIANT& value) noexcept {
 
 HRESULT Dictionary::QueryInterface(REFIID iid, void** object) {
   auto* own = static_cast<IDictionary*>(this);
+  if (iid == kIidOwnDictionary && object != nullptr) {
+    *object = own;
+    return S_OK;
+  }
   return answer(iid,
                 {{kIidDictionary, own},
                  {IID_IDispatch, own},
-                 {kIidOwnDictionary, own},
                  {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(this)}},
                 object);
 }

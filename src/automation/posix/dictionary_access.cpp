@@ -40,11 +40,8 @@ HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key,
 }
 
 DictionaryReader::DictionaryReader(IUnknown& object) noexcept {
-  if (Dictionary* own = Dictionary::ownOf(object)) {
-    dictionary_ = own;
-    own_ = own;
-    return;
-  }
+  own_ = Dictionary::ownOf(object);
+  if (own_ != nullptr) return;
   void* found = nullptr;
   if (SUCCEEDED(object.QueryInterface(kIidDictionary, &found)))
     dictionary_ = static_cast<IDictionary*>(found);

@@ -30,11 +30,6 @@ DictionaryTable::Entry* DictionaryTable::find(const DictionaryKey& key, std::uin
   return nullptr;
 }
 
-const DictionaryTable::Entry* DictionaryTable::entryFrom(std::size_t& position) const noexcept {
-  while (position < entries_.size() && entries_[position].isGap) ++position;
-  return position < entries_.size() ? &entries_[position] : nullptr;
-}
-
 void DictionaryTable::append(Entry&& entry) {
   makeRoomInIndex();
   if (entries_.empty()) entries_.reserve(kFew / 2);

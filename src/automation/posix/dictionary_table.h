@@ -36,7 +36,10 @@ class DictionaryTable {
   [[nodiscard]] Entry* find(const DictionaryKey& key, std::uint32_t hash);
 
   /// The first entry at or after a position, which moves there; null at the end.
-  [[nodiscard]] const Entry* entryFrom(std::size_t& position) const noexcept;
+  [[nodiscard]] const Entry* entryFrom(std::size_t& position) const noexcept {
+    while (position < entries_.size() && entries_[position].isGap) ++position;
+    return position < entries_.size() ? &entries_[position] : nullptr;
+  }
 
   /// Adds an entry at the end. Its key is not in the table yet.
   void append(Entry&& entry);
