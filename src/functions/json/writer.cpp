@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <new>
@@ -83,15 +84,10 @@ void Writer::putText(std::u16string_view text) {
 }
 
 void Writer::putInteger(std::int64_t value) {
-  std::array<char16_t, 20> digits;
-  auto first = digits.end();
-  auto rest = value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-  do {
-    *--first = static_cast<char16_t>(u'0' + rest % 10);
-    rest /= 10;
-  } while (rest != 0);
-  if (value < 0) *--first = u'-';
-  put({first, digits.end()});
+  std::array<char, 20> digits;  // of any 64 bits
+  const auto written = std::to_chars(digits.begin(), digits.end(), value);
+  char16_t* const out = room(digits.size());
+  length_ += static_cast<std::size_t>(std::copy(digits.begin(), written.ptr, out) - out);
 }
 
 void Writer::putNumber(double value) {
