@@ -20,10 +20,9 @@ class DictionaryMaker {
   /// A new, empty one, which the caller owns. Null when the system cannot create one.
   [[nodiscard]] IDictionary* make() noexcept;
 
-  /// Adds an entry to a dictionary that it made. The item is the dictionary's from here on, on
-  /// failure too. The result is that of IDictionary::Add.
-  [[nodiscard]] HRESULT add(IDictionary& dictionary, std::u16string_view key,
-                            VARIANT& takenItem) noexcept;
+  /// Adds an entry to a dictionary that it made, which takes the item out of its place; failures
+  /// take it too. The result is that of IDictionary::Add. Throws std::bad_alloc.
+  [[nodiscard]] HRESULT add(IDictionary& dictionary, std::u16string_view key, VARIANT& item);
 
  private:
   struct Kept;
@@ -37,15 +36,13 @@ class DictionaryMaker {
 /// read as it is then, or as it was.
 class DictionaryReader {
  public:
-  /// Of an object that outlives it. Reads nothing when that is no dictionary.
+  /// Of an object, which it shares. Reads nothing when that is no dictionary.
   explicit DictionaryReader(IUnknown& object) noexcept;
   DictionaryReader(const DictionaryReader&) = delete;
   DictionaryReader& operator=(const DictionaryReader&) = delete;
   ~DictionaryReader();
 
-  [[nodiscard]] bool isDictionary() const noexcept {
-    return own_ != nullptr || dictionary_ != nullptr;
-  }
+  [[nodiscard]] bool isDictionary() const noexcept { return dictionary_ != nullptr; }
 
   /// Goes to the next entry: S_OK, S_FALSE at the end, otherwise the dictionary's failure.
   [[nodiscard]] HRESULT next() noexcept;
@@ -56,8 +53,8 @@ class DictionaryReader {
  private:
   [[nodiscard]] HRESULT nextCopied() noexcept;
 
-  const void* own_ = nullptr;          // the object as the system's own class, where it is that
-  IDictionary* dictionary_ = nullptr;  // otherwise
+  IDictionary* dictionary_ = nullptr;
+  const void* own_ = nullptr;  // the dictionary as the system's own class, where it is that
   std::size_t position_ = 0;
   const VARIANT* key_ = nullptr;
   const VARIANT* item_ = nullptr;

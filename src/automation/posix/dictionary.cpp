@@ -13,7 +13,7 @@
 namespace quendal::automation {
 namespace {
 
-// Answered by this class alone, and without another reference.
+// Answered by this class alone.
 constexpr IID kIidOwnDictionary{
     0x5C0E4B5A, 0x6F1D, 0x4E0B, {0x9D, 0x57, 0x3B, 0x8A, 0x61, 0xC4, 0x2F, 0x90}};
 
@@ -59,13 +59,10 @@ bool isLockedArray(const VARIANT& value) noexcept {
 
 HRESULT Dictionary::QueryInterface(REFIID iid, void** object) {
   auto* own = static_cast<IDictionary*>(this);
-  if (iid == kIidOwnDictionary && object != nullptr) {
-    *object = own;
-    return S_OK;
-  }
   return answer(iid,
                 {{kIidDictionary, own},
                  {IID_IDispatch, own},
+                 {kIidOwnDictionary, own},
                  {IID_ISupportErrorInfo, static_cast<ISupportErrorInfo*>(this)}},
                 object);
 }
@@ -169,9 +166,7 @@ HRESULT Dictionary::Exists(VARIANT* key, VARIANT_BOOL* exists) {
   });
 }
 
-// An array of one field of each entry.
-HRESULT Dictionary::list(const VARIANT& (*field)(const DictionaryTable::Entry&),
-                         VARIANT* list) const noexcept {
+HRESULT Dictionary::list(Part part, VARIANT* list) const noexcept {
   if (list == nullptr) return E_POINTER;
   *list = VARIANT{};
   OwnedValue made;
@@ -180,20 +175,16 @@ HRESULT Dictionary::list(const VARIANT& (*field)(const DictionaryTable::Entry&),
   made.vt = VT_ARRAY | VT_VARIANT;
   auto* next = static_cast<VARIANT*>(made.parray->pvData);
   for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i) {
-    const HRESULT result = copyInto(*next++, field(*entry));
+    const HRESULT result = copyInto(*next++, part == Part::Keys ? *entry->key : entry->item);
     if (FAILED(result)) return result;
   }
   std::swap<VARIANT>(*list, made);
   return S_OK;
 }
 
-HRESULT Dictionary::Items(VARIANT* items) {
-  return list([](const auto& entry) -> const VARIANT& { return entry.item; }, items);
-}
+HRESULT Dictionary::Items(VARIANT* items) { return list(Part::Items, items); }
 
-HRESULT Dictionary::Keys(VARIANT* keys) {
-  return list([](const auto& entry) -> const VARIANT& { return *entry.key; }, keys);
-}
+HRESULT Dictionary::Keys(VARIANT* keys) { return list(Part::Keys, keys); }
 
 HRESULT Dictionary::put_Key(VARIANT* key, VARIANT* newKey) {
   return guarded([&] {

@@ -25,7 +25,7 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
   /// Error 457 when the key exists. Throws std::bad_alloc.
   HRESULT addShared(const SharedKey& key, std::uint32_t hash, OwnedValue&& item);
 
-  /// The object as this class, without another reference; null when it is another.
+  /// The object as this class, with a reference that the caller owns; null when it is another.
   [[nodiscard]] static Dictionary* ownOf(IUnknown& object) noexcept;
 
   /// The first entry at or after a position, which moves there; null at the end. Borrowed: good
@@ -75,8 +75,8 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
   HRESULT read(const VARIANT* passed, PassedKey& key) const;
   DictionaryTable::Entry* find(const PassedKey& key) { return table_.find(key.key, key.hash); }
   HRESULT append(const PassedKey& key, OwnedValue&& item);
-  HRESULT list(const VARIANT& (*field)(const DictionaryTable::Entry&),
-               VARIANT* list) const noexcept;
+  enum class Part { Keys, Items };
+  HRESULT list(Part part, VARIANT* list) const noexcept;
   HRESULT call(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result);
 
   DictionaryTable table_;

@@ -1,5 +1,7 @@
 #include "automation/dictionary_access.h"
 
+#include <quendal/text.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -7,7 +9,6 @@
 #include <utility>
 
 #include "automation/posix/dictionary.h"
-#include "automation/posix/strings.h"
 
 namespace quendal::automation {
 
@@ -21,27 +22,26 @@ DictionaryMaker::~DictionaryMaker() = default;
 
 IDictionary* DictionaryMaker::make() noexcept { return Dictionary::make(); }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key,
-                             VARIANT& takenItem) noexcept {
-  OwnedValue item(std::exchange(takenItem, VARIANT{}));
-  return guarded([&] {
-    if (kept_ == nullptr) kept_ = std::make_unique<Kept>();
-    const std::uint32_t hash = hashOf(key, false);
-    SharedKey& latest = kept_->latest[hash % kept_->latest.size()];
-    if (latest == nullptr || !std::ranges::equal(viewOf(latest->bstrVal), key)) {
-      OwnedValue made;
-      made.bstrVal = newText(key);
-      if (made.bstrVal == nullptr) return E_OUTOFMEMORY;
-      made.vt = VT_BSTR;
-      latest = std::make_shared<const OwnedValue>(std::move(made));
-    }
-    return static_cast<Dictionary&>(dictionary).addShared(latest, hash, std::move(item));
-  });
+HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key, VARIANT& item) {
+  if (kept_ == nullptr) kept_ = std::make_unique<Kept>();
+  const std::uint32_t hash = hashOf(key, false);
+  SharedKey& latest = kept_->latest[hash % kept_->latest.size()];
+  if (latest == nullptr || !std::ranges::equal(viewOf(latest->bstrVal), key)) {
+    OwnedValue made;
+    made.bstrVal = newBstr(key);
+    made.vt = VT_BSTR;
+    latest = std::make_shared<const OwnedValue>(std::move(made));
+  }
+  return static_cast<Dictionary&>(dictionary)
+      .addShared(latest, hash, OwnedValue(std::exchange(item, VARIANT{})));
 }
 
 DictionaryReader::DictionaryReader(IUnknown& object) noexcept {
-  own_ = Dictionary::ownOf(object);
-  if (own_ != nullptr) return;
+  if (Dictionary* own = Dictionary::ownOf(object)) {
+    dictionary_ = own;
+    own_ = own;
+    return;
+  }
   void* found = nullptr;
   if (SUCCEEDED(object.QueryInterface(kIidDictionary, &found)))
     dictionary_ = static_cast<IDictionary*>(found);

@@ -5,11 +5,6 @@
 #include <utility>
 
 namespace quendal::automation {
-namespace {
-
-constexpr std::size_t kFew = 8;  // entries that are searched one by one
-
-}  // namespace
 
 DictionaryTable::Entry* DictionaryTable::find(const DictionaryKey& key, std::uint32_t hash) {
   const auto isSought = [&](const Entry& entry) {

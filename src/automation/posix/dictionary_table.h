@@ -52,6 +52,8 @@ class DictionaryTable {
   [[nodiscard]] Entry remove(Entry& entry) noexcept;
 
  private:
+  static constexpr std::size_t kFew = 8;  // entries that are searched one by one
+
   void makeRoomInIndex();
   void fillIndex() noexcept;
   void addToIndex(std::size_t position) noexcept;

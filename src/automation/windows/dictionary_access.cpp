@@ -1,5 +1,7 @@
 #include "automation/dictionary_access.h"
 
+#include <quendal/text.h>
+
 #include <new>
 
 namespace quendal::automation {
@@ -34,17 +36,13 @@ IDictionary* DictionaryMaker::make() noexcept {
   return static_cast<IDictionary*>(found);
 }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key,
-                             VARIANT& takenItem) noexcept {
-  VARIANT keyValue;
-  VariantInit(&keyValue);
-  keyValue.bstrVal = SysAllocStringLen(oleText(key.data()), static_cast<UINT>(key.size()));
-  if (keyValue.bstrVal != nullptr) keyValue.vt = VT_BSTR;
-  const HRESULT result = keyValue.bstrVal == nullptr
-                             ? E_OUTOFMEMORY
-                             : dictionary.Add(&keyValue, &takenItem);  // keeps copies
-  VariantClear(&keyValue);
-  VariantClear(&takenItem);
+HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key, VARIANT& item) {
+  const Text text(key);
+  VARIANT keyValue{};
+  keyValue.vt = VT_BSTR;
+  keyValue.bstrVal = text.get();
+  const HRESULT result = dictionary.Add(&keyValue, &item);  // keeps copies
+  VariantClear(&item);
   return result;
 }
 

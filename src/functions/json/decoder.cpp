@@ -6,13 +6,13 @@
 #include <cstddef>
 #include <cstring>
 #include <iterator>
-#include <memory>
 #include <new>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "automation/dictionary_access.h"
+#include "automation/reference.h"
 #include "base/characters.h"
 #include "functions/json/characters.h"
 #include "functions/json/error.h"
@@ -22,10 +22,7 @@
 namespace quendal::json {
 namespace {
 
-struct ReleaseDictionary {
-  void operator()(automation::IDictionary* dictionary) const noexcept { dictionary->Release(); }
-};
-using OwnedDictionary = std::unique_ptr<automation::IDictionary, ReleaseDictionary>;
+using OwnedDictionary = automation::Reference<automation::IDictionary>;
 
 /// Values that no array or object has taken yet, the latest one last.
 class Values {
@@ -231,11 +228,9 @@ void Decoder::closeInnermost() {
 void Decoder::readKey(Open& object) {
   if (!isAt(u'"')) raiseError(u"Expecting property name");
   ++at_;
-  const char16_t* const begin = at_;
-  object.plainKey = readString();
-  const bool isPlain = object.plainKey.data() == begin;
   object.unescapedKey.clear();
-  if (!isPlain) object.unescapedKey = object.plainKey;
+  object.plainKey = readString();
+  if (object.plainKey.data() == unescaped_.data()) object.unescapedKey = object.plainKey;
   skipBlanks();
   if (!isAt(u':')) raiseError(u"Expecting : delimiter");
   ++at_;

@@ -34,10 +34,8 @@ struct OpenArray {
 };
 
 struct OpenDictionary {
-  explicit OpenDictionary(Variant&& object) noexcept
-      : held(std::move(object)), reader(*held.punkVal) {}
+  explicit OpenDictionary(IUnknown& object) noexcept : reader(object) {}
 
-  Variant held;
   automation::DictionaryReader reader;
   bool isFirst = true;
 };
@@ -161,15 +159,13 @@ bool Encoder::beginArray(const VARIANT& value, Variant* owner) {
 bool Encoder::beginObject(const VARIANT& value) {
   limit_.checkBelow(open_.size());
   // An object is asked only while it is held: what it does may replace where it stands.
-  Variant held = Variant::copyOf(value);
+  const Variant held = Variant::copyOf(value);
   if (held.punkVal != nullptr) {
-    Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, std::move(held));
-    auto& asked = std::get<OpenDictionary>(open);
-    if (asked.reader.isDictionary()) {
+    Open& open = open_.emplace_back(std::in_place_type<OpenDictionary>, *held.punkVal);
+    if (std::get<OpenDictionary>(open).reader.isDictionary()) {
       out_.put(u'{');
       return true;
     }
-    held = std::move(asked.held);
     open_.pop_back();
   }
   const std::u16string name = typeNameOf(held);

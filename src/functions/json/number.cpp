@@ -51,16 +51,13 @@ bool isTooGreat(std::string_view number) noexcept {
 }  // namespace
 
 Number readNumber(const char16_t* begin, const char16_t* end) {
-  constexpr std::ptrdiff_t kExactDigits = 15;  // a double holds any so many
-  const char16_t* at = begin;
-  std::int64_t whole = 0;
-  for (; at != end && isDigit(*at) && at - begin < kExactDigits; ++at)
-    whole = whole * 10 + (*at - u'0');
-  const bool goesOn = at != end && (isDigit(*at) || *at == u'.' || *at == u'e' || *at == u'E');
-  if (at != begin && !goesOn && (*begin != u'0' || at - begin == 1))
-    return {static_cast<double>(whole), at};
-
   end = endOfNumber(begin, end);
+  constexpr std::ptrdiff_t kExactDigits = 15;  // a double holds any so many
+  if (end - begin <= kExactDigits && std::all_of(begin, end, isDigit<char16_t>)) {
+    std::int64_t whole = 0;
+    for (; begin != end; ++begin) whole = whole * 10 + (*begin - u'0');
+    return {static_cast<double>(whole), end};
+  }
   std::array<char, 64> usual;
   std::string longer;
   const auto size = static_cast<std::size_t>(end - begin);
