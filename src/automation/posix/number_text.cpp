@@ -78,18 +78,16 @@ void roundUp(Scientific& number) noexcept {
 }
 
 // The fewest digits are much the fastest to get. Rounding them rounds the number, unless they end
-// half way: then the number may be on either side.
+// half way: then the number may be on either side. The least doubles have too few digits for that.
 Scientific scientificOf(double magnitude, int precision) noexcept {
   const auto kept = static_cast<std::size_t>(precision);
   Scientific result = written(magnitude);
-  if (result.count > kept) {
-    const char next = result.digits[kept];
-    if (next == '5' && result.count == kept + 1) {
-      result = written(magnitude, precision - 1);
-    } else {
-      result.count = kept;
-      if (next >= '5') roundUp(result);
-    }
+  const bool endsHalfWay = result.count == kept + 1 && result.digits[kept] == '5';
+  if (endsHalfWay || !std::isnormal(magnitude)) {
+    result = written(magnitude, precision - 1);
+  } else if (result.count > kept) {
+    result.count = kept;
+    if (result.digits[kept] >= '5') roundUp(result);
   }
   dropTrailingZeros(result);
   return result;
