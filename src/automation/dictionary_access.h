@@ -9,11 +9,6 @@
 
 namespace quendal::automation {
 
-/// A text for a key. Null when memory is short.
-[[nodiscard]] inline BSTR newKey(std::u16string_view text) noexcept {
-  return SysAllocStringLen(oleText(text.data()), static_cast<UINT>(text.size()));
-}
-
 /// Makes and fills dictionaries on one thread.
 class DictionaryMaker {
  public:
@@ -25,9 +20,9 @@ class DictionaryMaker {
   /// A new, empty one, which the caller owns. Null when the system cannot create one.
   [[nodiscard]] IDictionary* make() noexcept;
 
-  /// Adds an entry to a dictionary that it made. Key and item are the dictionary's from here on, on
-  /// failure too. The result is that of IDictionary::Add.
-  [[nodiscard]] HRESULT add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept;
+  /// Adds an entry to a dictionary that it made, which takes the item out of its place; failures
+  /// take it too. The result is that of IDictionary::Add. Throws std::bad_alloc.
+  [[nodiscard]] HRESULT add(IDictionary& dictionary, std::u16string_view key, VARIANT& item);
 
  private:
   struct Kept;

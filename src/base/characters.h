@@ -1,6 +1,9 @@
 // What kind of character a UTF-16 unit or a byte is. Everything here knows ASCII alone.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+
 namespace quendal {
 
 template <typename Unit>
@@ -53,6 +56,21 @@ inline constexpr char16_t kHexDigits[] = u"0123456789ABCDEF";
 }
 [[nodiscard]] constexpr bool isSurrogate(char16_t unit) noexcept {
   return (unit & 0xF800) == 0xD800;
+}
+
+/// Where the first unit stands for which a test holds; `end` when there is none. Long runs without
+/// any are passed a block at a time: the loop over a block has no way out, and what it finds is as
+/// wide as what it tests, so that compilers test many units at once.
+template <typename Unit, class Test>
+[[nodiscard]] constexpr const Unit* findFirst(const Unit* at, const Unit* end, Test isSought) {
+  constexpr std::ptrdiff_t kBlock = 32;
+  for (; end - at >= kBlock; at += kBlock) {
+    Unit found = 0;
+    for (std::ptrdiff_t i = 0; i < kBlock; ++i)
+      if (isSought(at[i])) found = 1;
+    if (found != 0) break;
+  }
+  return std::find_if(at, end, isSought);
 }
 
 }  // namespace quendal

@@ -123,7 +123,8 @@ void Concat::trimToSize() {
 void Concat::add(std::u16string_view piece) {
   const std::int32_t newLength = checkedLength(static_cast<std::size_t>(length_) + piece.size());
   if (newLength > capacity_ || newLength > bufferSize_) growFor(newLength);
-  written_.replace(static_cast<std::size_t>(length_), written_.npos, piece);
+  written_.resize(static_cast<std::size_t>(length_));
+  written_.append(piece);
   length_ = newLength;
 }
 
@@ -146,7 +147,10 @@ void Concat::append(ArgumentList pieces) {
   }
 }
 
-void Concat::appendEx(TextRef text, QuoteStyle style) { add(inQuotes(text.view(), style)); }
+void Concat::appendEx(TextRef text, QuoteStyle style) {
+  if (style == QuoteStyle::None) return add(text.view());
+  add(inQuotes(text.view(), style));
+}
 
 void Concat::prepend(TextRef text, std::int16_t index, QuoteStyle style) {
   const std::u16string piece = inQuotes(text.view(), style);

@@ -11,25 +11,37 @@
 namespace quendal::strings {
 namespace {
 
-constexpr bool isAlphanumeric(unsigned c) noexcept { return isDigit(c) || isLetter(c); }
+constexpr auto isAlphanumeric = [](char16_t c) noexcept { return isDigit(c) || isLetter(c); };
 
-constexpr bool needsEntity(unsigned code) noexcept {
-  return code < 32 || code > 127 || code == '"' || code == '&' || code == '\'' ||
-         (code >= '<' && code <= '>');
-}
+// "&" and "'" differ in their last bit only. Said so, the test is one that compilers make for many
+// characters at once.
+constexpr auto needsNoEntity = [](char16_t c) noexcept {
+  return c >= u' ' && c < 128 && c != u'"' && (c | 1) != u'\'' && !(c >= u'<' && c <= u'>');
+};
 
-// Writes each character as it is where `isPlain(code)`, and by `append(out, code)` elsewhere.
+// Writes each character as it is where its code `isPlain`, and by `append(out, code)` elsewhere. A
+// plain character of ASCII is its own code: the code page is asked only from the first other one
+// on, and then for several at once, as others are often near.
 template <class IsPlain, class Append>
 std::u16string encoded(std::u16string_view text, IsPlain isPlain, Append append) {
-  const std::string codes = platform::toCodePage(text);
+  constexpr std::size_t kAskedAtOnce = 15;
   std::u16string out;
   out.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const unsigned code = static_cast<unsigned char>(codes[i]);
-    if (isPlain(code))
-      out += text[i];
-    else
-      append(out, code);
+  while (!text.empty()) {
+    const char16_t* const begin = text.data();
+    const char16_t* const other = findFirst(begin, begin + text.size(), std::not_fn(isPlain));
+    out.append(begin, other);
+    text.remove_prefix(static_cast<std::size_t>(other - begin));
+    const std::u16string_view asked = text.substr(0, kAskedAtOnce);
+    text.remove_prefix(asked.size());
+    const std::string codes = platform::toCodePage(asked);
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+      const char16_t code = static_cast<unsigned char>(codes[i]);
+      if (isPlain(code))
+        out += asked[i];
+      else
+        append(out, code);
+    }
   }
   return out;
 }
@@ -51,13 +63,13 @@ constexpr bool isKeptInFileName(char16_t c) noexcept {
 }  // namespace
 
 std::u16string htmlEncode(std::u16string_view text) {
-  return encoded(text, std::not_fn(needsEntity), [](std::u16string& out, unsigned code) {
+  return encoded(text, needsNoEntity, [](std::u16string& out, char16_t code) {
     out.append(u"&#").append(decimalText(code)).append(u";");
   });
 }
 
 std::u16string urlEncode(std::u16string_view text) {
-  return encoded(text, isAlphanumeric, [](std::u16string& out, unsigned code) {
+  return encoded(text, isAlphanumeric, [](std::u16string& out, char16_t code) {
     out.append(u"%").append(hexText(code, code >= 16 ? 2 : 1));
   });
 }

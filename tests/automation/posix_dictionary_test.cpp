@@ -85,7 +85,7 @@ TEST_F(PosixDictionaryTest, ItsMakerAndReaderCopyNothing) {
   automation::DictionaryMaker maker;
   Variant item = arrayOf({7});
   SAFEARRAY* const held = item.parray;
-  EXPECT_EQ(maker.add(*dictionary_.table(), newBstr(u"key"), item), S_OK);
+  EXPECT_EQ(maker.add(*dictionary_.table(), u"key", item), S_OK);
   EXPECT_EQ(item.vt, VT_EMPTY);
   automation::DictionaryReader reader(*dictionary_.table());
   ASSERT_EQ(reader.next(), S_OK);

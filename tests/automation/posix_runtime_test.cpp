@@ -113,10 +113,16 @@ TEST(PosixNumbers, HaveTextsOfFifteenDigits) {
 
 TEST(PosixNumbers, AreReadExactlyHoweverLong) {
   const std::pair<double, const char*> rows[] = {
-      {0.00001, "0.00001"},   {-1.234567E-9, "-0.000000001234567"},
-      {5E-16, "5E-16"},       {1.0 / 30, "3.33333333333333E-02"},
-      {-1e15, "-1E+15"},      {1e14 + 0.5, "100000000000000"},
+      {0.00001, "0.00001"},
+      {-1.234567E-9, "-0.000000001234567"},
+      {5E-16, "5E-16"},
+      {1.0 / 30, "3.33333333333333E-02"},
+      {-1e15, "-1E+15"},
+      {1e14 + 0.5, "100000000000000"},
       {-HUGE_VAL, "-1.#INF"},
+      {0x0.09abf841e88bp-1022, "8.40639584018299E-310"},
+      {9.999999999999995, "9.99999999999999"},
+      {9.999999999999998, "10"},
   };
   for (const auto& [value, text] : rows) EXPECT_EQ(realText(value), text);
   for (const char* numeral :

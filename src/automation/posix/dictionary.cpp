@@ -3,6 +3,7 @@
 #include <quendal/text.h>
 
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 #include "automation/posix/array_enumerator.h"
@@ -46,6 +47,8 @@ HRESULT take(const VARIANT* passed, OwnedValue& copy) noexcept {
   return passed == nullptr ? E_POINTER : VariantCopyInd(&copy, passed);
 }
 
+SharedKey shared(OwnedValue&& key) { return std::make_shared<const OwnedValue>(std::move(key)); }
+
 // An array that somebody walks cannot go; whoever would take it out is refused.
 bool isLockedArray(const VARIANT& value) noexcept {
   return (value.vt & VT_ARRAY) != 0 && value.parray != nullptr && value.parray->cLocks > 0;
@@ -83,17 +86,10 @@ HRESULT Dictionary::InterfaceSupportsErrorInfo(REFIID iid) {
   return iid == kIidDictionary ? S_OK : S_FALSE;
 }
 
-HRESULT Dictionary::addText(BSTR takenKey, VARIANT& takenItem) noexcept {
-  DictionaryTable::Entry entry{OwnedValue(std::exchange(takenItem, VARIANT{})), {}};
-  entry.key.vt = VT_BSTR;
-  entry.key.bstrVal = takenKey;
-  return guarded([&] {
-    const DictionaryKey key = viewOf(takenKey);
-    entry.hash = hashOf(key, table_.ignoresCase());
-    if (table_.find(key, entry.hash) != nullptr) return fail(kKeyExists);
-    table_.append(std::move(entry));
-    return S_OK;
-  });
+HRESULT Dictionary::addShared(const SharedKey& key, std::uint32_t hash, OwnedValue&& item) {
+  if (table_.find(viewOf(key->bstrVal), hash) != nullptr) return fail(kKeyExists);
+  table_.append({std::move(item), key, hash});
+  return S_OK;
 }
 
 HRESULT Dictionary::read(const VARIANT* passed, PassedKey& key) const {
@@ -105,9 +101,9 @@ HRESULT Dictionary::read(const VARIANT* passed, PassedKey& key) const {
 }
 
 HRESULT Dictionary::append(const PassedKey& key, OwnedValue&& item) {
-  DictionaryTable::Entry entry{std::move(item), {}, key.hash};
-  const HRESULT result = copyInto(entry.key, key.value);
-  if (SUCCEEDED(result)) table_.append(std::move(entry));
+  OwnedValue copy;
+  const HRESULT result = copyInto(copy, key.value);
+  if (SUCCEEDED(result)) table_.append({std::move(item), shared(std::move(copy)), key.hash});
   return result;
 }
 
@@ -169,8 +165,7 @@ HRESULT Dictionary::Exists(VARIANT* key, VARIANT_BOOL* exists) {
   });
 }
 
-// An array of one field of each entry.
-HRESULT Dictionary::list(OwnedValue DictionaryTable::Entry::*field, VARIANT* list) const noexcept {
+HRESULT Dictionary::list(Part part, VARIANT* list) const noexcept {
   if (list == nullptr) return E_POINTER;
   *list = VARIANT{};
   OwnedValue made;
@@ -179,16 +174,16 @@ HRESULT Dictionary::list(OwnedValue DictionaryTable::Entry::*field, VARIANT* lis
   made.vt = VT_ARRAY | VT_VARIANT;
   auto* next = static_cast<VARIANT*>(made.parray->pvData);
   for (std::size_t i = 0; const DictionaryTable::Entry* entry = entryFrom(i); ++i) {
-    const HRESULT result = copyInto(*next++, entry->*field);
+    const HRESULT result = copyInto(*next++, part == Part::Keys ? *entry->key : entry->item);
     if (FAILED(result)) return result;
   }
   std::swap<VARIANT>(*list, made);
   return S_OK;
 }
 
-HRESULT Dictionary::Items(VARIANT* items) { return list(&DictionaryTable::Entry::item, items); }
+HRESULT Dictionary::Items(VARIANT* items) { return list(Part::Items, items); }
 
-HRESULT Dictionary::Keys(VARIANT* keys) { return list(&DictionaryTable::Entry::key, keys); }
+HRESULT Dictionary::Keys(VARIANT* keys) { return list(Part::Keys, keys); }
 
 HRESULT Dictionary::put_Key(VARIANT* key, VARIANT* newKey) {
   return guarded([&] {
@@ -204,7 +199,7 @@ HRESULT Dictionary::put_Key(VARIANT* key, VARIANT* newKey) {
     if (taken != nullptr && taken != entry) return fail(kKeyExists);
     // As the platform's: renaming what is not there adds the new key without an item.
     if (entry == nullptr) return append(renamed, {});
-    copy = table_.rename(*entry, std::move(copy), renamed.hash);
+    const SharedKey old = table_.rename(*entry, shared(std::move(copy)), renamed.hash);
     return S_OK;
   });
 }

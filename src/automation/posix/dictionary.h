@@ -21,9 +21,9 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
   /// A new one with one reference, which the caller owns. Null when memory is short.
   [[nodiscard]] static Dictionary* make() noexcept;
 
-  /// Adds an item under a text without copying them: both belong to the dictionary from here on, on
-  /// failure too. Error 457 when the key exists.
-  HRESULT addText(BSTR takenKey, VARIANT& takenItem) noexcept;
+  /// Adds an item under a key, whose hash is given, to a dictionary that does not ignore case.
+  /// Error 457 when the key exists. Throws std::bad_alloc.
+  HRESULT addShared(const SharedKey& key, std::uint32_t hash, OwnedValue&& item);
 
   /// The object as this class, with a reference that the caller owns; null when it is another.
   [[nodiscard]] static Dictionary* ownOf(IUnknown& object) noexcept;
@@ -75,7 +75,8 @@ class Dictionary final : public Counted<IDictionary, ISupportErrorInfo>, private
   HRESULT read(const VARIANT* passed, PassedKey& key) const;
   DictionaryTable::Entry* find(const PassedKey& key) { return table_.find(key.key, key.hash); }
   HRESULT append(const PassedKey& key, OwnedValue&& item);
-  HRESULT list(OwnedValue DictionaryTable::Entry::*field, VARIANT* list) const noexcept;
+  enum class Part { Keys, Items };
+  HRESULT list(Part part, VARIANT* list) const noexcept;
   HRESULT call(DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result);
 
   DictionaryTable table_;

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <type_traits>
@@ -54,18 +55,20 @@ const std::uint64_t kSeed = [] {
 }();
 
 std::uint32_t hashOfBytes(const void* bytes, std::size_t size) noexcept {
+  constexpr std::size_t kBlock = sizeof(std::uint64_t);
   std::uint64_t hash = kSeed ^ size * kOdd1;
+  const auto add = [&hash](const std::byte* from, std::size_t count) {
+    std::uint64_t block = 0;
+    std::memcpy(&block, from, count);
+    hash = mix(hash ^ block, kOdd2);
+  };
   const auto* next = static_cast<const std::byte*>(bytes);
-  for (; size >= sizeof(std::uint64_t); size -= sizeof(std::uint64_t)) {
-    std::uint64_t block = 0;
-    std::memcpy(&block, next, sizeof(block));
-    hash = mix(hash ^ block, kOdd2);
-    next += sizeof(block);
-  }
-  if (size > 0) {
-    std::uint64_t block = 0;
-    std::memcpy(&block, next, size);
-    hash = mix(hash ^ block, kOdd2);
+  const std::byte* const end = next + size;
+  if (size >= kBlock) {
+    for (; end - next > std::ptrdiff_t{kBlock}; next += kBlock) add(next, kBlock);
+    add(end - kBlock, kBlock);  // some of it once more, rather than a part of a block
+  } else if (size > 0) {
+    add(next, size);
   }
   return static_cast<std::uint32_t>(mix(hash ^ kSeed, kOdd1));
 }

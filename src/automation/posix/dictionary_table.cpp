@@ -7,30 +7,32 @@
 namespace quendal::automation {
 
 DictionaryTable::Entry* DictionaryTable::find(const DictionaryKey& key, std::uint32_t hash) {
-  if (index_.empty()) return nullptr;
+  const auto isSought = [&](const Entry& entry) {
+    if (entry.isGap || entry.hash != hash) return false;
+    DictionaryKey found;
+    return SUCCEEDED(readKey(*entry.key, found)) && isSameKey(key, found, ignoreCase_);
+  };
+  if (index_.empty()) {
+    for (Entry& entry : entries_)
+      if (isSought(entry)) return &entry;
+    return nullptr;
+  }
   const std::size_t mask = index_.size() - 1;
   for (std::size_t i = hash & mask; index_[i] != 0; i = (i + 1) & mask) {
     Entry& entry = entries_[index_[i] - 1];
-    if (entry.isGap || entry.hash != hash) continue;
-    DictionaryKey found;
-    if (SUCCEEDED(readKey(entry.key, found)) && isSameKey(key, found, ignoreCase_)) return &entry;
+    if (isSought(entry)) return &entry;
   }
   return nullptr;
 }
 
-const DictionaryTable::Entry* DictionaryTable::entryFrom(std::size_t& position) const noexcept {
-  while (position < entries_.size() && entries_[position].isGap) ++position;
-  return position < entries_.size() ? &entries_[position] : nullptr;
-}
-
 void DictionaryTable::append(Entry&& entry) {
   makeRoomInIndex();
-  entries_.reserve(index_.size() / 2);  // as many as the index has room for
+  if (entries_.empty()) entries_.reserve(kFew / 2);
   entries_.push_back(std::move(entry));
   addToIndex(entries_.size() - 1);
 }
 
-OwnedValue DictionaryTable::rename(Entry& entry, OwnedValue&& key, std::uint32_t hash) {
+SharedKey DictionaryTable::rename(Entry& entry, SharedKey key, std::uint32_t hash) {
   if (entry.hash != hash) {
     makeRoomInIndex();
     // The place of the old hash stays and does no harm: its entry has another hash now.
@@ -53,9 +55,8 @@ DictionaryTable::Entry DictionaryTable::remove(Entry& entry) noexcept {
 
 // Half of the places stay free, so that searches are short.
 void DictionaryTable::makeRoomInIndex() {
-  if ((indexed_ + 1) * 2 <= index_.size()) return;
-  constexpr std::size_t kFewest = 8;
-  std::vector<std::uint32_t> larger(std::max(kFewest, std::bit_ceil((entries_.size() + 1) * 2)));
+  if (index_.empty() ? entries_.size() < kFew : (indexed_ + 1) * 2 <= index_.size()) return;
+  std::vector<std::uint32_t> larger(std::bit_ceil((entries_.size() + 1) * 2));
   index_.swap(larger);
   fillIndex();
 }
@@ -67,6 +68,7 @@ void DictionaryTable::fillIndex() noexcept {
 }
 
 void DictionaryTable::addToIndex(std::size_t position) noexcept {
+  if (index_.empty()) return;
   const std::size_t mask = index_.size() - 1;
   std::size_t i = entries_[position].hash & mask;
   while (index_[i] != 0) i = (i + 1) & mask;

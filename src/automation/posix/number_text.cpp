@@ -1,7 +1,6 @@
 #include "automation/posix/number_text.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -19,6 +18,17 @@ void append(NumberText& text, char c) noexcept {
 void append(NumberText& text, std::string_view characters) noexcept {
   std::copy(characters.begin(), characters.end(), text.characters.begin() + text.length);
   text.length += characters.size();
+}
+
+// Digits of which so many stand behind the point, or before as many zeros when they are negative.
+void appendPlain(NumberText& text, std::string_view digits, int decimals) noexcept {
+  const int whole = static_cast<int>(digits.size()) - decimals;
+  const auto split = std::min(static_cast<std::size_t>(std::max(whole, 0)), digits.size());
+  append(text, split == 0 ? "0" : digits.substr(0, split));
+  for (; decimals < 0; ++decimals) append(text, '0');
+  if (split < digits.size()) append(text, '.');
+  for (int zeros = whole; zeros < 0; ++zeros) append(text, '0');
+  append(text, digits.substr(split));
 }
 
 std::string_view writeMagnitude(UInt128 magnitude, Digits& digits) noexcept {
@@ -41,64 +51,45 @@ void dropTrailingZeros(Scientific& number) noexcept {
   while (number.count > 1 && number.digits[number.count - 1] == '0') --number.count;
 }
 
-constexpr int kMostFives = 27;  // 5^27 is the last power of five that has 64 bits
-
-constexpr auto kFives = [] {
-  std::array<std::uint64_t, kMostFives + 1> powers{1};
-  for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 5;
-  return powers;
-}();
-
-// magnitude / 2^places, rounded half to even; the places are from 1 to 127.
-std::uint64_t roundedShift(UInt128 magnitude, int places) noexcept {
-  const auto whole = static_cast<std::uint64_t>(magnitude >> places);
-  const UInt128 half = UInt128{1} << (places - 1);
-  const UInt128 rest = magnitude & (half * 2 - 1);
-  return rest > half || (rest == half && whole % 2 != 0) ? whole + 1 : whole;
-}
-
-// The digits of a double that is neither very large nor very small, nor a large whole number, in
-// whole numbers alone: it is an integer times a power of two, and to move its decimal point takes
-// powers of five and two. Several times as fast as the library's way.
-bool writeUsual(double magnitude, Scientific& number) noexcept {
-  constexpr std::uint64_t kFirstTooLong = 1'000'000'000'000'000;
-  constexpr int kFractionBits = 52;
-  constexpr int kBias = 1023;
-  constexpr std::uint64_t kLeadingBit = std::uint64_t{1} << kFractionBits;
-  const auto bits = std::bit_cast<std::uint64_t>(magnitude);
-  const std::uint64_t mantissa = (bits & (kLeadingBit - 1)) | kLeadingBit;
-  const int exponent = static_cast<int>(bits >> kFractionBits) - kBias - kFractionBits;
-  // floor(log10(2^n)), for the highest bit alone: the number's own exponent or one less.
-  number.exponent = ((exponent + kFractionBits) * 78913) >> 18;
-  std::uint64_t digits = 0;
-  for (;; ++number.exponent) {
-    const int move = kRealDigits - 1 - number.exponent;
-    const int places = -(exponent + move);
-    if (move < 0 || move > kMostFives || places < 1 || places > 127) return false;
-    digits = roundedShift(UInt128{mantissa} * kFives[static_cast<std::size_t>(move)], places);
-    if (digits < kFirstTooLong) break;
-  }
-  number.count = kRealDigits;
-  for (std::size_t i = number.count; i-- > 0; digits /= 10)
-    number.digits[i] = static_cast<char>('0' + digits % 10);
-  dropTrailingZeros(number);
-  return true;
-}
-
-Scientific scientificOf(double magnitude, int precision) noexcept {
-  Scientific result;
-  if (precision == kRealDigits && writeUsual(magnitude, result)) return result;
+// As the library writes a number: with so many decimals, or with the fewest digits that tell it
+// from other doubles.
+template <class... Decimals>
+Scientific written(double magnitude, Decimals... decimals) noexcept {
   std::array<char, 48> buffer;
-  const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                     std::chars_format::scientific, precision - 1);
-  char* const mark = std::find(buffer.data(), written.ptr, 'e');
-  for (const char* c = buffer.data(); c != mark; ++c) {
-    if (*c != '.') result.digits[result.count++] = *c;
-  }
-  dropTrailingZeros(result);
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                 std::chars_format::scientific, decimals...);
+  char* const mark = std::find(buffer.data(), end.ptr, 'e');
+  Scientific result;
+  result.digits[0] = buffer[0];  // a point is next, if more digits are
+  char* const more = std::min(buffer.data() + 2, mark);
+  result.count = static_cast<std::size_t>(std::copy(more, mark, result.digits.begin() + 1) -
+                                          result.digits.begin());
   const char* exponent = mark + 1;
   if (*exponent == '+') ++exponent;
-  std::from_chars(exponent, written.ptr, result.exponent);
+  std::from_chars(exponent, end.ptr, result.exponent);
+  return result;
+}
+
+void roundUp(Scientific& number) noexcept {
+  while (number.count > 1 && number.digits[number.count - 1] == '9') --number.count;
+  if (number.digits[number.count - 1]++ != '9') return;
+  number.digits[0] = '1';  // all were 9
+  ++number.exponent;
+}
+
+// The fewest digits are much the fastest to get. Rounding them rounds the number, unless they end
+// half way: then the number may be on either side. The least doubles have too few digits for that.
+Scientific scientificOf(double magnitude, int precision) noexcept {
+  const auto kept = static_cast<std::size_t>(precision);
+  Scientific result = written(magnitude);
+  const bool endsHalfWay = result.count == kept + 1 && result.digits[kept] == '5';
+  if (endsHalfWay || !std::isnormal(magnitude)) {
+    result = written(magnitude, precision - 1);
+  } else if (result.count > kept) {
+    result.count = kept;
+    if (result.digits[kept] >= '5') roundUp(result);
+  }
+  dropTrailingZeros(result);
   return result;
 }
 
@@ -133,18 +124,8 @@ NumberText realText(double value, int digits) noexcept {
     if (exponent < 10) append(text, '0');
     Digits buffer;
     append(text, writeMagnitude(static_cast<UInt128>(exponent), buffer));
-  } else if (number.exponent < 0) {
-    append(text, "0.");
-    for (int zeros = -1 - number.exponent; zeros > 0; --zeros) append(text, '0');
-    append(text, significant);
   } else {
-    const auto whole = static_cast<std::size_t>(number.exponent) + 1;
-    append(text, significant.substr(0, whole));
-    for (std::size_t i = significant.size(); i < whole; ++i) append(text, '0');
-    if (significant.size() > whole) {
-      append(text, '.');
-      append(text, significant.substr(whole));
-    }
+    appendPlain(text, significant, decimals);
   }
   return text;
 }
@@ -158,20 +139,9 @@ NumberText exactText(const ExactNumber& number) noexcept {
   }
   Digits buffer;
   const std::string_view digits = writeMagnitude(shortest.magnitude, buffer);
-  const auto decimals = static_cast<std::size_t>(-shortest.exponent);
   NumberText text;
   if (shortest.negative && shortest.magnitude != 0) append(text, '-');
-  if (decimals == 0) {
-    append(text, digits);
-  } else if (digits.size() > decimals) {
-    append(text, digits.substr(0, digits.size() - decimals));
-    append(text, '.');
-    append(text, digits.substr(digits.size() - decimals));
-  } else {
-    append(text, "0.");
-    for (std::size_t i = digits.size(); i < decimals; ++i) append(text, '0');
-    append(text, digits);
-  }
+  appendPlain(text, digits, static_cast<int>(-shortest.exponent));
   return text;
 }
 

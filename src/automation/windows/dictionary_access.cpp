@@ -1,5 +1,7 @@
 #include "automation/dictionary_access.h"
 
+#include <quendal/text.h>
+
 #include <new>
 
 namespace quendal::automation {
@@ -34,14 +36,13 @@ IDictionary* DictionaryMaker::make() noexcept {
   return static_cast<IDictionary*>(found);
 }
 
-HRESULT DictionaryMaker::add(IDictionary& dictionary, BSTR takenKey, VARIANT& takenItem) noexcept {
-  VARIANT key;
-  VariantInit(&key);
-  key.vt = VT_BSTR;
-  key.bstrVal = takenKey;
-  const HRESULT result = dictionary.Add(&key, &takenItem);  // keeps copies
-  VariantClear(&key);
-  VariantClear(&takenItem);
+HRESULT DictionaryMaker::add(IDictionary& dictionary, std::u16string_view key, VARIANT& item) {
+  const Text text(key);
+  VARIANT keyValue{};
+  keyValue.vt = VT_BSTR;
+  keyValue.bstrVal = text.get();
+  const HRESULT result = dictionary.Add(&keyValue, &item);  // keeps copies
+  VariantClear(&item);
   return result;
 }
 

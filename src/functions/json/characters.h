@@ -10,8 +10,9 @@ constexpr bool isBlank(char16_t c) noexcept {
 }
 
 /// A double quotation mark, a backslash or a control character: what a string cannot hold as it is.
-constexpr bool isSpecial(char16_t c) noexcept {
+/// An object, for algorithms to see what they call.
+inline constexpr auto isSpecial = [](char16_t c) noexcept {
   return c <= u'\\' && (c == u'\\' || c == u'"' || c < 0x20);
-}
+};
 
 }  // namespace quendal::json

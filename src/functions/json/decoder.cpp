@@ -4,13 +4,15 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
+#include <cstring>
+#include <iterator>
 #include <new>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "automation/dictionary_access.h"
+#include "automation/reference.h"
 #include "base/characters.h"
 #include "functions/json/characters.h"
 #include "functions/json/error.h"
@@ -20,10 +22,7 @@
 namespace quendal::json {
 namespace {
 
-struct ReleaseDictionary {
-  void operator()(automation::IDictionary* dictionary) const noexcept { dictionary->Release(); }
-};
-using OwnedDictionary = std::unique_ptr<automation::IDictionary, ReleaseDictionary>;
+using OwnedDictionary = automation::Reference<automation::IDictionary>;
 
 /// Values that no array or object has taken yet, the latest one last.
 class Values {
@@ -74,12 +73,17 @@ class Decoder {
   /// An array or object whose end has not come yet.
   struct Open {
     OwnedDictionary dictionary;  // null for an array
-    Text key;                    // of the member whose value comes next
     std::size_t firstElement = 0;
+    // Of the member whose value comes next: as it stands in the text, or, if not empty, unescaped.
+    std::u16string_view plainKey = {};
+    std::u16string unescapedKey = {};
   };
 
   [[nodiscard]] bool isAt(char16_t c) const noexcept { return at_ != end_ && *at_ == c; }
-  void skipBlanks() noexcept { at_ = std::find_if_not(at_, end_, isBlank); }
+  void skipBlanks() noexcept {
+    if (at_ != end_ && isBlank(*at_)) skipFurtherBlanks();
+  }
+  void skipFurtherBlanks() noexcept;
 
   bool beginValue();
   bool beginObject();
@@ -144,12 +148,21 @@ bool Decoder::beginValue() {
   }
 }
 
+// Most blanks indent a line.
+void Decoder::skipFurtherBlanks() noexcept {
+  constexpr char16_t kIndent[] = {u' ', u' ', u' ', u' ', u' ', u' ', u' ', u' '};
+  ++at_;
+  while (end_ - at_ >= std::ssize(kIndent) && std::memcmp(at_, kIndent, sizeof(kIndent)) == 0)
+    at_ += std::ssize(kIndent);
+  at_ = std::find_if_not(at_, end_, isBlank);
+}
+
 bool Decoder::beginObject() {
   limit_.checkBelow(open_.size());
   ++at_;
   OwnedDictionary dictionary(maker_.make());
   if (dictionary == nullptr) throw AutomationError(error_number::kCannotCreate);
-  open_.push_back({std::move(dictionary), {}});
+  open_.push_back({std::move(dictionary)});
   skipBlanks();
   if (isAt(u'}')) {
     closeInnermost();
@@ -162,7 +175,7 @@ bool Decoder::beginObject() {
 bool Decoder::beginArray() {
   limit_.checkBelow(open_.size());
   ++at_;
-  open_.push_back({nullptr, {}, values_.count()});
+  open_.push_back({nullptr, values_.count()});
   skipBlanks();
   if (!isAt(u']')) return false;
   closeInnermost();
@@ -190,7 +203,9 @@ bool Decoder::endsInnermost() {
 }
 
 void Decoder::addMember(Open& object) {
-  const HRESULT code = maker_.add(*object.dictionary, object.key.release(), values_.last());
+  const std::u16string_view key =
+      object.unescapedKey.empty() ? object.plainKey : object.unescapedKey;
+  const HRESULT code = maker_.add(*object.dictionary, key, values_.last());
   values_.pop();
   if (SUCCEEDED(code)) return;
   // The error leaves with the standard text of its number instead of the dictionary's own.
@@ -213,8 +228,9 @@ void Decoder::closeInnermost() {
 void Decoder::readKey(Open& object) {
   if (!isAt(u'"')) raiseError(u"Expecting property name");
   ++at_;
-  object.key = Text::attach(automation::newKey(readString()));
-  if (object.key.get() == nullptr) throw std::bad_alloc();
+  object.unescapedKey.clear();
+  object.plainKey = readString();
+  if (object.plainKey.data() == unescaped_.data()) object.unescapedKey = object.plainKey;
   skipBlanks();
   if (!isAt(u':')) raiseError(u"Expecting : delimiter");
   ++at_;

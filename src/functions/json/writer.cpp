@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <new>
 #include <string>
 
+#include "base/characters.h"
 #include "base/text.h"
 #include "functions/json/characters.h"
 
@@ -69,27 +71,23 @@ void Writer::putKey(std::u16string_view characters, bool isFirst) {
 
 void Writer::putText(std::u16string_view text) {
   put(u'"');
-  while (true) {
-    const auto special = std::find_if(text.begin(), text.end(), isSpecial);
-    put({text.begin(), special});
-    if (special == text.end()) break;
+  const char16_t* const end = text.data() + text.size();
+  for (const char16_t* at = text.data();; ++at) {
+    const char16_t* const special = findFirst(at, end, isSpecial);
+    put({at, special});
+    if (special == end) break;
     put(u'\\');
     put(escapeOf(*special));
-    text = {special + 1, text.end()};
+    at = special;
   }
   put(u'"');
 }
 
 void Writer::putInteger(std::int64_t value) {
-  std::array<char16_t, 20> digits;
-  auto first = digits.end();
-  auto rest = value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-  do {
-    *--first = static_cast<char16_t>(u'0' + rest % 10);
-    rest /= 10;
-  } while (rest != 0);
-  if (value < 0) *--first = u'-';
-  put({first, digits.end()});
+  std::array<char, 20> digits;  // of any 64 bits
+  const auto written = std::to_chars(digits.begin(), digits.end(), value);
+  char16_t* const out = room(digits.size());
+  length_ += static_cast<std::size_t>(std::copy(digits.begin(), written.ptr, out) - out);
 }
 
 void Writer::putNumber(double value) {
