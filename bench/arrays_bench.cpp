@@ -136,12 +136,12 @@ double dictionarySortTime(std::size_t count) {
 }
 
 }  // namespace
-}  // namespace quendal::bench
 
-int main() {
-  using namespace quendal::bench;
+void run() {
   sortRows();
   growthRows();
   const double smaller = dictionarySortTime(10'000);
   row("dictionary sort 20,000 / 10,000 (ms)", dictionarySortTime(20'000), smaller);
 }
+
+}  // namespace quendal::bench
