@@ -70,7 +70,7 @@ void LogFile::ensure() {
     create();
   else if (!isFile)
     raiseUnless(FileError::PermissionDenied);
-  else if (rolloverBytes_ > 0 && status.size >= rolloverBytes_)
+  else if (isDue(status.size))
     rollOver();
 }
 
@@ -104,6 +104,15 @@ std::u16string LogFile::archiveName() const {
     name = folder_ + u"\\" + name_ + date + count + count + u".TXT";
   }
   return name;
+}
+
+LogFile::Opened LogFile::ensureOpen() {
+  if (isInFolder_) {
+    platform::AppendFile file(fullName_);
+    if (file.error() == FileError::None && !isDue(file.size())) return {std::move(file), format_};
+  }
+  ensure();
+  return open();
 }
 
 LogFile::Opened LogFile::open() const {

@@ -41,7 +41,8 @@ FileError appendLocked(const OpenFile& file, std::span<const std::byte> bytes,
                        std::size_t headSize) noexcept {
   const AppendLock lock(file);
   if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
-  return appendOnce(file, bytes, headSize, lock.state());
+  const std::int64_t end = goToEnd(file);
+  return appendOnce(file, end == 0 ? bytes : bytes.subspan(headSize), end, lock.state());
 }
 
 }  // namespace

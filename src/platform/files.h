@@ -67,6 +67,8 @@ class AppendFile {
 
   /// None, or why it is not open.
   [[nodiscard]] FileError error() const noexcept { return error_; }
+  /// Bytes; -1 when it is not open.
+  [[nodiscard]] std::int64_t size() const noexcept { return goToEnd(file_); }
 
   /// Writes all bytes at its end with one write, and closes it. The first `headSize` of them are
   /// the head of a new file: they go only into one that is still empty.
