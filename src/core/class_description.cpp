@@ -6,14 +6,6 @@
 #include "core/dispatch.h"
 
 namespace quendal {
-namespace {
-
-// Member and parameter names are ASCII; any other character equals only itself.
-bool isLess(std::u16string_view a, std::u16string_view b) noexcept {
-  return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
-}
-
-}  // namespace
 
 ClassDescription::ClassDescription(const ClassIdentity& identity,
                                    std::span<const MemberRow> members)
@@ -28,8 +20,7 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
     } else {
       rows_.emplace_back();
       row.id = static_cast<DISPID>(rows_.size());
-      names_.insert(std::ranges::upper_bound(names_, row.name, isLess, &Name::first),
-                    {row.name, row.id});
+      names_.push_back(row.name);
     }
     Rows& rows = rows_[static_cast<std::size_t>(row.id - 1)];
     (row.kind == MemberKind::Put ? rows.put : rows.read) = &row;
@@ -37,8 +28,10 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
 }
 
 DISPID ClassDescription::idOf(std::u16string_view name) const noexcept {
-  const auto found = std::ranges::lower_bound(names_, name, isLess, &Name::first);
-  return found != names_.end() && equalNoCase(found->first, name) ? found->second : DISPID_UNKNOWN;
+  const auto found = std::ranges::find_if(names_, [name](std::u16string_view known) {
+    return known.size() == name.size() && equalNoCase(known, name);  // most differ in length
+  });
+  return found != names_.end() ? static_cast<DISPID>(found - names_.begin()) + 1 : DISPID_UNKNOWN;
 }
 
 DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const noexcept {

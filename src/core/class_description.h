@@ -9,7 +9,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -116,13 +115,11 @@ class ClassDescription {
     const MemberRow* put = nullptr;
   };
 
-  using Name = std::pair<std::u16string_view, DISPID>;
-
   ClassIdentity identity_;
   std::vector<MemberRow> members_;
   std::vector<AnyFunction> table_;
-  std::vector<Name> names_;  // in order, whatever the case
-  std::vector<Rows> rows_;   // by identifier, 1 to n
+  std::vector<std::u16string_view> names_;  // by identifier, 1 to n
+  std::vector<Rows> rows_;                  // the same
 };
 
 /// The description of an automation class. Each room specialises it for its own.

@@ -63,12 +63,11 @@ void LogFile::setFullName(std::u16string fullName) {
 }
 
 void LogFile::ensure() {
+  ensureFolders(folder_);
   const platform::PathStatus status = platform::lookAt(fullName_);
-  const bool isFile = status.exists && !status.isFolder;
-  if (!isFile || !isInFolder_) ensureFolders(folder_);
   if (!status.exists)
     create();
-  else if (!isFile)
+  else if (status.isFolder)
     raiseUnless(FileError::PermissionDenied);
   else if (isDue(status.size))
     rollOver();

@@ -37,14 +37,6 @@ class AppendLock {
   LockState state_;
 };
 
-FileError appendLocked(const OpenFile& file, std::span<const std::byte> bytes,
-                       std::size_t headSize) noexcept {
-  const AppendLock lock(file);
-  if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
-  const std::int64_t end = goToEnd(file);
-  return appendOnce(file, end == 0 ? bytes : bytes.subspan(headSize), end, lock.state());
-}
-
 }  // namespace
 
 bool fileExists(std::u16string_view path) noexcept {
@@ -57,8 +49,15 @@ AppendFile::AppendFile(std::u16string_view path, Open how) noexcept
 
 FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
   OpenFile file = std::move(file_);
-  const FileError error = appendLocked(file, bytes, headSize);
-  return error != FileError::None ? error : file.close();
+  {
+    const AppendLock lock(file);
+    if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
+    const std::int64_t end = goToEnd(file);
+    if (end != 0) bytes = bytes.subspan(headSize);
+    const FileError error = appendOnce(file, bytes, end, lock.state());
+    if (error != FileError::None) return error;
+  }
+  return file.close();
 }
 
 FileError checkReadable(std::u16string_view path) noexcept {

@@ -77,11 +77,6 @@ FileError fileError(DWORD code) noexcept {
 
 FileError lastError() noexcept { return fileError(GetLastError()); }
 
-// Half an entry, perhaps half a character, would spoil all that follows in the file.
-void cutOff(HANDLE file, std::int64_t end) noexcept {
-  if (SetFilePointerEx(file, {.QuadPart = end}, nullptr, FILE_BEGIN)) SetEndOfFile(file);
-}
-
 bool isFolderAttribute(DWORD attributes) noexcept {
   return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
@@ -180,7 +175,9 @@ FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std
     error = lastError();  // perhaps of a later piece of it
   else if (written == bytes.size())
     return FileError::None;
-  if (isHeld) cutOff(handle, end);
+  // Half an entry, perhaps half a character, would spoil all that follows in the file.
+  if (isHeld && SetFilePointerEx(handle, {.QuadPart = end}, nullptr, FILE_BEGIN))
+    SetEndOfFile(handle);
   return error;
 }
 
