@@ -18,9 +18,8 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
     if (known != DISPID_UNKNOWN) {
       row.id = known;
     } else {
-      rows_.emplace_back();
+      rows_.push_back({row.name});
       row.id = static_cast<DISPID>(rows_.size());
-      names_.push_back(row.name);
     }
     Rows& rows = rows_[static_cast<std::size_t>(row.id - 1)];
     (row.kind == MemberKind::Put ? rows.put : rows.read) = &row;
@@ -28,10 +27,11 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
 }
 
 DISPID ClassDescription::idOf(std::u16string_view name) const noexcept {
-  const auto found = std::ranges::find_if(names_, [name](std::u16string_view known) {
-    return known.size() == name.size() && equalNoCase(known, name);  // most differ in length
+  // The length alone tells most of them apart.
+  const auto found = std::ranges::find_if(rows_, [name](const Rows& rows) {
+    return rows.name.size() == name.size() && equalNoCase(rows.name, name);
   });
-  return found != names_.end() ? static_cast<DISPID>(found - names_.begin()) + 1 : DISPID_UNKNOWN;
+  return found != rows_.end() ? static_cast<DISPID>(found - rows_.begin()) + 1 : DISPID_UNKNOWN;
 }
 
 DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const noexcept {

@@ -111,6 +111,7 @@ class ClassDescription {
 
  private:
   struct Rows {
+    std::u16string_view name;
     const MemberRow* read = nullptr;  // method or get
     const MemberRow* put = nullptr;
   };
@@ -118,8 +119,7 @@ class ClassDescription {
   ClassIdentity identity_;
   std::vector<MemberRow> members_;
   std::vector<AnyFunction> table_;
-  std::vector<std::u16string_view> names_;  // by identifier, 1 to n
-  std::vector<Rows> rows_;                  // the same
+  std::vector<Rows> rows_;  // by identifier, 1 to n
 };
 
 /// The description of an automation class. Each room specialises it for its own.

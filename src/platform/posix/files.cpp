@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -136,11 +135,6 @@ FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std
     [[maybe_unused]] const int result = ::ftruncate(descriptor, end);
   }
   return FileError::DiskFull;
-}
-
-void waitBriefly() noexcept {
-  constexpr timespec kMillisecond{0, 1'000'000};
-  ::nanosleep(&kMillisecond, nullptr);
 }
 
 PathStatus lookAt(std::u16string_view path) noexcept {

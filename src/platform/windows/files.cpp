@@ -81,10 +81,6 @@ bool isFolderAttribute(DWORD attributes) noexcept {
   return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-std::int64_t join(DWORD high, DWORD low) noexcept {
-  return static_cast<std::int64_t>(std::uint64_t{high} << 32 | low);
-}
-
 HANDLE handleOf(const OpenFile& file) noexcept { return reinterpret_cast<HANDLE>(file.native()); }
 
 OpenFile openNative(const Path& path, DWORD access, DWORD disposition, DWORD flags) noexcept {
@@ -181,8 +177,6 @@ FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std
   return error;
 }
 
-void waitBriefly() noexcept { Sleep(1); }
-
 PathStatus lookAt(std::u16string_view path) noexcept {
   const Path target(path);
   WIN32_FILE_ATTRIBUTE_DATA data;
@@ -191,7 +185,8 @@ PathStatus lookAt(std::u16string_view path) noexcept {
     return {};
   }
   const bool folder = isFolderAttribute(data.dwFileAttributes);
-  return {true, folder, folder ? 0 : join(data.nFileSizeHigh, data.nFileSizeLow)};
+  const LARGE_INTEGER size{{data.nFileSizeLow, static_cast<LONG>(data.nFileSizeHigh)}};
+  return {true, folder, folder ? 0 : size.QuadPart};
 }
 
 std::u16string absolutePath(std::u16string_view path) {
