@@ -1,6 +1,6 @@
 // Decoding and encoding against the same values made and read by hand with the system's own calls,
-// and neither parsed nor put together: what no way by dictionaries, arrays and the system's texts
-// of numbers can undercut.
+// and neither parsed nor put together: nothing that makes dictionaries and arrays is much faster.
+// Reading by hand lets the system make the text of each number.
 #include <quendal/automation.h>
 
 #include <memory>
