@@ -1,8 +1,8 @@
 // A million short pieces through the builder's function table, as a compiled host calls it, against
 // appending them to a std::u16string. Times are in milliseconds.
-#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
 #include "bench/row.h"
@@ -45,16 +45,14 @@ void compareAppending(std::string_view name, int pieces, Start&& start, Append&&
       text.append(kTexts[static_cast<std::size_t>(i) % kTexts.size()]);
     total += text.size();
   };
-  double best[] = {1e300, 1e300};
-  for (int round = 0; round < 7; ++round) {
-    best[0] = std::min(best[0], microseconds(1, ours, 1));
-    best[1] = std::min(best[1], microseconds(1, peer, 1));
-  }
+  const Times times = timesOf(1, ours, peer);
   if (total == 0) std::abort();
-  row(name, best[0] / 1000, best[1] / 1000);
+  row(name, times.ours / 1000, times.peer / 1000);
 }
 
-void measure() {
+}  // namespace
+
+void run() {
   const Object builder = Owned<Concat>::make().object();
   auto* table = reinterpret_cast<ConcatTable*>(builder.dispatch());
   const auto start = [&] { check(table->Clear(0)); };
@@ -78,10 +76,4 @@ void measure() {
   compareAppending("append two million pieces by Append, ms", 2 * kPieces, start, append);
 }
 
-}  // namespace
 }  // namespace quendal::bench
-
-int main() {
-  quendal::bench::measure();
-  return 0;
-}

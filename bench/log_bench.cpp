@@ -1,40 +1,20 @@
-// One entry against the floor: look at the folder, look at the file, open for appending, write the
-// same bytes, close.
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
+// Log entries against the floor, and longer work against the same entries one by one.
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <vector>
 
+#include "base/text.h"
+#include "bench/entry_by_hand.h"
 #include "bench/row.h"
+#include "bench/scratch_folder.h"
 #include "core/dispatch.h"
 #include "logging/logging.h"
 
-namespace quendal {
+namespace quendal::bench {
 namespace {
-
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern =
-        (std::filesystem::temp_directory_path() / "quendal-bench-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) std::abort();
-    path_ = pattern;
-  }
-  ~ScratchFolder() { std::filesystem::remove_all(path_); }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 Object loggerIn(const std::filesystem::path& folder) {
   const Object logger = Owned<Logging>::make().object();
@@ -42,15 +22,6 @@ Object loggerIn(const std::filesystem::path& folder) {
   logger.call(u"SetLogFile", u"LOG.TXT");
   logger.put(u"RolloverBytes", std::int32_t{0});
   return logger;
-}
-
-void floorEntry(const char* folder, const char* file, const std::u16string& bytes) {
-  struct stat status;
-  if (stat(folder, &status) != 0 || stat(file, &status) != 0) std::abort();
-  const int handle = open(file, O_WRONLY | O_APPEND | O_CLOEXEC);
-  const std::size_t size = bytes.size() * sizeof(char16_t);
-  if (write(handle, bytes.data(), size) != static_cast<ssize_t>(size)) std::abort();
-  close(handle);
 }
 
 /// The lines of a log from an offset in bytes on.
@@ -61,62 +32,57 @@ std::vector<std::u16string> linesOf(const std::filesystem::path& path, std::size
   std::memcpy(text.data(), bytes.data() + offset, text.size() * 2);
   std::vector<std::u16string> lines;
   for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = text.find(u"\r\n", start);
+    const std::size_t end = text.find(kLineEnd, start);
     lines.push_back(text.substr(start, end - start));
-    start = end + 2;
+    start = end + kLineEnd.size();
   }
   return lines;
 }
 
 }  // namespace
-}  // namespace quendal
 
-int main() {
-  using namespace quendal;
+void run() {
   const ScratchFolder scratch;
-  constexpr int kEntries = 5000;
+  constexpr int kEntries = 2000;
   const std::int16_t level = 2;
   const Variant text(u"The total of report 7 was computed in 12 steps.");
 
-  const Object logger = loggerIn(scratch.path());
-  const std::u16string entry = textOf(logger.call(u"WriteLog", level, text)) + u"\r\n";
-  const std::string folder = scratch.path().string();
-  const std::string file = folder + "/FLOOR.TXT";
-  std::ofstream(file).close();
+  const Object logger = loggerIn(scratch / "log");
+  const std::u16string entry = textOf(logger.call(u"WriteLog", level, text)).append(kLineEnd);
+  const HandLog hand{scratch / "log", scratch / "log" / "FLOOR.TXT"};
+  std::ofstream(hand.file).close();
   const auto write = [&] { logger.call(u"WriteLog", level, text); };
-  bench::compare("log entry", kEntries, write,
-                 [&] { floorEntry(folder.c_str(), file.c_str(), entry); });
+  compare("log entry (look, open, write, close by hand)", kEntries, write,
+          [&] { plainEntryByHand(hand, entry); });
+  compare("log entry (all its system calls by hand)", kEntries, write,
+          [&] { wholeEntryByHand(hand, entry); });
 
-  bench::compare(
-      "parameter line", kEntries, [&] { logger.call(u"WriteParam", level, u"Name", u"Value"); },
-      write);
+  const auto writeParameter = [&] { logger.call(u"WriteParam", level, u"Name", u"Value"); };
+  compare("parameter line (log entry)", kEntries, writeParameter, write);
 
-  const std::filesystem::path nearlyFull = scratch.path() / "full";
-  std::filesystem::create_directory(nearlyFull);
-  const Object fullLogger = loggerIn(nearlyFull);
+  const Object fullLogger = loggerIn(scratch / "full");
   fullLogger.call(u"WriteLog", level, text);
-  std::filesystem::resize_file(nearlyFull / "LOG.TXT", 4 * 1024 * 1024);
-  const std::filesystem::path fresh = scratch.path() / "fresh";
-  std::filesystem::create_directory(fresh);
-  const Object freshLogger = loggerIn(fresh);
+  std::filesystem::resize_file(scratch / "full" / "LOG.TXT", 4 * 1024 * 1024);
+  const Object freshLogger = loggerIn(scratch / "fresh");
   constexpr int kFew = 1000;  // so that the fresh log stays small
-  bench::compare(
-      "log entry, 4 MB log", kFew, [&] { fullLogger.call(u"WriteLog", level, text); },
+  compare(
+      "log entry, 4 MB log (empty log)", kFew, [&] { fullLogger.call(u"WriteLog", level, text); },
       [&] { freshLogger.call(u"WriteLog", level, text); });
 
   // A whole report against the same lines written one by one.
-  const std::filesystem::path reports = scratch.path() / "reports";
-  std::filesystem::create_directory(reports);
-  const Object reporter = loggerIn(reports);
+  const Object reporter = loggerIn(scratch / "reports");
+  const std::filesystem::path log = scratch / "reports" / "LOG.TXT";
   reporter.call(u"WriteLog", level, text);
-  const std::size_t before = std::filesystem::file_size(reports / "LOG.TXT");
+  const std::size_t before = std::filesystem::file_size(log);
   reporter.call(u"LogDiagnostics");
-  const std::vector<std::u16string> lines = linesOf(reports / "LOG.TXT", before);
-  constexpr int kReports = 50;
-  bench::compare(
-      "diagnostics report", kReports, [&] { reporter.call(u"LogDiagnostics"); },
+  const std::vector<std::u16string> lines = linesOf(log, before);
+  constexpr int kReports = 20;
+  compare(
+      "diagnostics report (its lines one by one)", kReports,
+      [&] { reporter.call(u"LogDiagnostics"); },
       [&] {
         for (const std::u16string& line : lines) reporter.call(u"WriteLog", level, line);
       });
-  return 0;
 }
+
+}  // namespace quendal::bench

@@ -1,7 +1,5 @@
-// The text functions: against OpenSSL and the C library where they have a like, else against
-// themselves at half the size.
-#include <openssl/evp.h>
-
+// The text functions: against the C library where it has a like, else against themselves at half
+// the size.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -12,9 +10,9 @@
 #include <string>
 
 #include "bench/row.h"
+#include "bench/scratch_folder.h"
 #include "core/dispatch.h"
 #include "platform/clock.h"
-#include "strings/md5.h"
 #include "strings/string_functions.h"
 
 namespace quendal::bench {
@@ -33,27 +31,6 @@ Variant repeated(std::u16string_view piece, std::size_t size) {
   while (text.size() < size) text += piece;
   text.resize(size);
   return text;
-}
-
-void benchMd5() {
-  std::string bytes(16 * kMega, '\0');
-  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(i * 7919 >> 5);
-  double ours = 1e300, theirs = 1e300;
-  for (int round = 0; round < 9; ++round) {
-    ours = std::min(ours, microseconds(
-                              1, [&] { use(strings::md5(bytes)); }, 1));
-    theirs = std::min(theirs, microseconds(
-                                  1,
-                                  [&] {
-                                    std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
-                                    EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr,
-                                               EVP_md5(), nullptr);
-                                    use(digest);
-                                  },
-                                  1));
-  }
-  constexpr double kBytes = 16.0 * kMega;  // bytes in a microsecond are megabytes in a second
-  row("md5 16 MB, MB/s (OpenSSL)", kBytes / ours, kBytes / theirs);
 }
 
 // A member that takes one text, at two sizes.
@@ -84,9 +61,8 @@ void benchFormatDate(StringFunctions& functions) {
 }
 
 void benchAppend(StringFunctions& functions) {
-  namespace fs = std::filesystem;
-  const fs::path folder = fs::temp_directory_path();
-  const fs::path small = folder / "quendal-bench-small", large = folder / "quendal-bench-large";
+  const ScratchFolder folder;
+  const std::filesystem::path small = folder / "small", large = folder / "large";
   std::ofstream(small) << std::string(1024, 'x');
   std::ofstream(large) << std::string(100 * kMega, 'x');
   const Variant smallPath(small.u16string()), largePath(large.u16string()), text(u"one line\r\n");
@@ -94,18 +70,12 @@ void benchAppend(StringFunctions& functions) {
       "append to a file of 100 MB / of 1 KB", 200,
       [&] { use(functions.appendToUtf8File(largePath, text)); },
       [&] { use(functions.appendToUtf8File(smallPath, text)); }, 15);
-  fs::remove(small);
-  fs::remove(large);
 }
 
 }  // namespace
-}  // namespace quendal::bench
 
-int main() {
-  using namespace quendal;
-  using namespace quendal::bench;
+void run() {
   const Owned<StringFunctions> functions = Owned<StringFunctions>::make();
-  benchMd5();
   const auto htmlEncode = [&](const Variant& text) { return functions->htmlEncode(text); };
   const auto byReference = [&](Variant (StringFunctions::*member)(VariantRef&)) {
     return [&functions, member](const Variant& text) {
@@ -129,3 +99,5 @@ int main() {
   benchFormatDate(*functions);
   benchAppend(*functions);
 }
+
+}  // namespace quendal::bench

@@ -6,14 +6,6 @@
 #include "core/dispatch.h"
 
 namespace quendal {
-namespace {
-
-// Member and parameter names are ASCII; any other character equals only itself.
-bool isLess(std::u16string_view a, std::u16string_view b) noexcept {
-  return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
-}
-
-}  // namespace
 
 ClassDescription::ClassDescription(const ClassIdentity& identity,
                                    std::span<const MemberRow> members)
@@ -26,10 +18,8 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
     if (known != DISPID_UNKNOWN) {
       row.id = known;
     } else {
-      rows_.emplace_back();
+      rows_.push_back({row.name});
       row.id = static_cast<DISPID>(rows_.size());
-      names_.insert(std::ranges::upper_bound(names_, row.name, isLess, &Name::first),
-                    {row.name, row.id});
     }
     Rows& rows = rows_[static_cast<std::size_t>(row.id - 1)];
     (row.kind == MemberKind::Put ? rows.put : rows.read) = &row;
@@ -37,8 +27,11 @@ ClassDescription::ClassDescription(const ClassIdentity& identity,
 }
 
 DISPID ClassDescription::idOf(std::u16string_view name) const noexcept {
-  const auto found = std::ranges::lower_bound(names_, name, isLess, &Name::first);
-  return found != names_.end() && equalNoCase(found->first, name) ? found->second : DISPID_UNKNOWN;
+  // The length alone tells most of them apart.
+  const auto found = std::ranges::find_if(rows_, [name](const Rows& rows) {
+    return rows.name.size() == name.size() && equalNoCase(rows.name, name);
+  });
+  return found != rows_.end() ? static_cast<DISPID>(found - rows_.begin()) + 1 : DISPID_UNKNOWN;
 }
 
 DISPID ClassDescription::parameterOf(DISPID member, std::u16string_view name) const noexcept {

@@ -9,7 +9,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -112,17 +111,15 @@ class ClassDescription {
 
  private:
   struct Rows {
+    std::u16string_view name;
     const MemberRow* read = nullptr;  // method or get
     const MemberRow* put = nullptr;
   };
 
-  using Name = std::pair<std::u16string_view, DISPID>;
-
   ClassIdentity identity_;
   std::vector<MemberRow> members_;
   std::vector<AnyFunction> table_;
-  std::vector<Name> names_;  // in order, whatever the case
-  std::vector<Rows> rows_;   // by identifier, 1 to n
+  std::vector<Rows> rows_;  // by identifier, 1 to n
 };
 
 /// The description of an automation class. Each room specialises it for its own.

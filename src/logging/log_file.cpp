@@ -63,14 +63,13 @@ void LogFile::setFullName(std::u16string fullName) {
 }
 
 void LogFile::ensure() {
+  ensureFolders(folder_);
   const platform::PathStatus status = platform::lookAt(fullName_);
-  const bool isFile = status.exists && !status.isFolder;
-  if (!isFile || !isInFolder_) ensureFolders(folder_);
   if (!status.exists)
     create();
-  else if (!isFile)
+  else if (status.isFolder)
     raiseUnless(FileError::PermissionDenied);
-  else if (rolloverBytes_ > 0 && status.size >= rolloverBytes_)
+  else if (isDue(status.size))
     rollOver();
 }
 
@@ -104,6 +103,15 @@ std::u16string LogFile::archiveName() const {
     name = folder_ + u"\\" + name_ + date + count + count + u".TXT";
   }
   return name;
+}
+
+LogFile::Opened LogFile::ensureOpen() {
+  if (isInFolder_) {
+    platform::AppendFile file(fullName_);
+    if (file.error() == FileError::None && !isDue(file.size())) return {std::move(file), format_};
+  }
+  ensure();
+  return open();
 }
 
 LogFile::Opened LogFile::open() const {

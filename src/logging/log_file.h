@@ -59,6 +59,8 @@ class LogFile {
     platform::AppendFile file;
     Format format;
   };
+  /// `ensure` and `open`, with one look at a file that is there and not due.
+  [[nodiscard]] Opened ensureOpen();
   /// Opens the existing file for one entry, so that what prevents that is raised before the entry
   /// is composed. Raises as `ensure`.
   [[nodiscard]] Opened open() const;
@@ -66,6 +68,9 @@ class LogFile {
   static void append(Opened opened, std::u16string_view text);
 
  private:
+  [[nodiscard]] bool isDue(std::int64_t size) const noexcept {
+    return rolloverBytes_ > 0 && size >= rolloverBytes_;
+  }
   void create();
   void rollOver();
   [[nodiscard]] std::u16string archiveName() const;

@@ -116,8 +116,7 @@ std::u16string Logging::writeLog(Ref<std::int16_t> level, DefaultedRef& text,
   if (repeat < 1) repeat = 1;
   if (!passes(level)) return {};
   // The file comes first: a text that cannot be read leaves the log opened, but not written.
-  file_.ensure();
-  LogFile::Opened opened = file_.open();
+  LogFile::Opened opened = file_.ensureOpen();
   std::u16string result;
   std::u16string prefix;
   for (std::int16_t i = 0; i < repeat; ++i) {
@@ -132,8 +131,7 @@ std::u16string Logging::writeLog(Ref<std::int16_t> level, DefaultedRef& text,
 std::u16string Logging::write(std::int16_t level, std::u16string_view text) {
   clearError();
   if (!passes(level)) return {};
-  file_.ensure();
-  LogFile::Opened opened = file_.open();
+  LogFile::Opened opened = file_.ensureOpen();
   const std::u16string prefix = linePrefix();
   return append(std::move(opened), prefix + std::u16string(text), prefix);
 }

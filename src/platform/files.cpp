@@ -1,10 +1,11 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <chrono>
 #include <new>
+#include <thread>
 
 #include "base/path_text.h"
-#include "platform/clock.h"
 
 namespace quendal::platform {
 namespace {
@@ -14,10 +15,9 @@ namespace {
 class AppendLock {
  public:
   explicit AppendLock(const OpenFile& file) noexcept : file_(file), state_(tryLock(file)) {
-    constexpr std::uint32_t kPatience = 5000;  // milliseconds
-    const auto start = static_cast<std::uint32_t>(tickCount());
-    while (state_ == LockState::Taken &&
-           static_cast<std::uint32_t>(tickCount()) - start <= kPatience) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(5);
+    while (state_ == LockState::Taken && Clock::now() <= end) {
       waitBriefly();
       state_ = tryLock(file);
     }
@@ -37,14 +37,9 @@ class AppendLock {
   LockState state_;
 };
 
-FileError appendLocked(const OpenFile& file, std::span<const std::byte> bytes,
-                       std::size_t headSize) noexcept {
-  const AppendLock lock(file);
-  if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
-  return appendOnce(file, bytes, headSize, lock.state());
-}
-
 }  // namespace
+
+void waitBriefly() noexcept { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 
 bool fileExists(std::u16string_view path) noexcept {
   const PathStatus status = lookAt(withoutTrailingBlanks(path));
@@ -55,9 +50,17 @@ AppendFile::AppendFile(std::u16string_view path, Open how) noexcept
     : error_(openToAppend(path, how == Open::New, file_)) {}
 
 FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headSize) noexcept {
+  if (error_ != FileError::None) return error_;
   OpenFile file = std::move(file_);
-  const FileError error = appendLocked(file, bytes, headSize);
-  return error != FileError::None ? error : file.close();
+  {
+    const AppendLock lock(file);
+    if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
+    const std::int64_t end = goToEnd(file);
+    if (end != 0) bytes = bytes.subspan(headSize);
+    const FileError error = appendOnce(file, bytes, end, lock.state());
+    if (error != FileError::None) return error;
+  }
+  return file.close();
 }
 
 FileError checkReadable(std::u16string_view path) noexcept {

@@ -67,9 +67,12 @@ class AppendFile {
 
   /// None, or why it is not open.
   [[nodiscard]] FileError error() const noexcept { return error_; }
+  /// Bytes; -1 when it is not open.
+  [[nodiscard]] std::int64_t size() const noexcept { return goToEnd(file_); }
 
   /// Writes all bytes at its end with one write, and closes it. The first `headSize` of them are
-  /// the head of a new file: they go only into one that is still empty.
+  /// the head of a new file: they go only into one that is still empty. `error` when it is not
+  /// open.
   ///
   /// Each append finds the end and writes under a lock of its own, also across the machines of a
   /// network share, and the system takes the lock from a process that dies. Where a file system has
@@ -88,16 +91,14 @@ class AppendFile {
 /// head cannot be written stays behind empty.
 [[nodiscard]] inline FileError createFile(std::u16string_view path,
                                           std::span<const std::byte> head) noexcept {
-  AppendFile file(path, AppendFile::Open::New);
-  return file.error() == FileError::None ? file.append(head, head.size()) : file.error();
+  return AppendFile(path, AppendFile::Open::New).append(head, head.size());
 }
 
 /// Appends to an existing file. NotFound when there is no such file.
 [[nodiscard]] inline FileError appendToFile(std::u16string_view path,
                                             std::span<const std::byte> bytes,
                                             std::size_t headSize = 0) noexcept {
-  AppendFile file(path);
-  return file.error() == FileError::None ? file.append(bytes, headSize) : file.error();
+  return AppendFile(path).append(bytes, headSize);
 }
 
 /// Renames a file; never replaces an existing one (AlreadyExists). NotFound when there is no such

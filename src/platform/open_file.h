@@ -53,10 +53,13 @@ enum class LockState { Held, Taken, None };
 [[nodiscard]] LockState tryLock(const OpenFile& file) noexcept;
 void unlock(const OpenFile& file) noexcept;
 
-/// Writes all bytes at the end with one write, the first `headSize` only into an empty file. A
-/// write that ends early is taken back.
+/// Goes to the end of a file, and tells where that is in bytes; -1 where there is none.
+std::int64_t goToEnd(const OpenFile& file) noexcept;
+
+/// Writes all bytes with one write at `end`, where the file is; without a lock at the end that the
+/// system finds. A write that ends early is taken back.
 [[nodiscard]] FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes,
-                                   std::size_t headSize, LockState lock) noexcept;
+                                   std::int64_t end, LockState lock) noexcept;
 
 /// Waits a millisecond or little more.
 void waitBriefly() noexcept;

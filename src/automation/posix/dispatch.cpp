@@ -55,9 +55,11 @@ HRESULT memberId(IDispatch* object, std::u16string_view name, DISPID* id) noexce
   if (object == nullptr || id == nullptr) return E_POINTER;
   *id = DISPID_UNKNOWN;
   constexpr std::size_t kLongestName = 255;
-  if (name.size() > kLongestName || name.find(u'\0') != name.npos) return DISP_E_UNKNOWNNAME;
+  if (name.size() > kLongestName) return DISP_E_UNKNOWNNAME;
   std::array<char16_t, kLongestName + 1> text;
-  *std::copy(name.begin(), name.end(), text.begin()) = u'\0';
+  char16_t* const end = std::remove_copy(name.begin(), name.end(), text.data(), u'\0');
+  if (end != text.data() + name.size()) return DISP_E_UNKNOWNNAME;  // a NUL ends a name
+  *end = u'\0';
   LPOLESTR names = text.data();
   return object->GetIDsOfNames(IID_NULL, &names, 1, 0, id);
 }

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
-#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -120,25 +119,22 @@ LockState tryLock(const OpenFile& file) noexcept {
 
 void unlock(const OpenFile& file) noexcept { ::flock(descriptorOf(file), LOCK_UN); }
 
-FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::size_t headSize,
+std::int64_t goToEnd(const OpenFile& file) noexcept {
+  return ::lseek(descriptorOf(file), 0, SEEK_END);
+}
+
+FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::int64_t end,
                      LockState /*lock*/) noexcept {
   const int descriptor = descriptorOf(file);
-  const off_t end = ::lseek(descriptor, 0, SEEK_END);
-  if (end != 0) bytes = bytes.subspan(headSize);
   const ssize_t written = writeOnce(descriptor, bytes);
   if (written == std::ssize(bytes)) return FileError::None;
   if (written < 0) return fileError(errno);
   // It has run into a limit, which the system only tells at the next write. Half an entry, perhaps
   // half a character, would spoil all that follows in the file; if this fails too, it stays.
-  if (::lseek(descriptor, 0, SEEK_END) == end + written) {
+  if (goToEnd(file) == end + written) {
     [[maybe_unused]] const int result = ::ftruncate(descriptor, end);
   }
   return FileError::DiskFull;
-}
-
-void waitBriefly() noexcept {
-  constexpr timespec kMillisecond{0, 1'000'000};
-  ::nanosleep(&kMillisecond, nullptr);
 }
 
 PathStatus lookAt(std::u16string_view path) noexcept {

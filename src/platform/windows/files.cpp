@@ -77,17 +77,8 @@ FileError fileError(DWORD code) noexcept {
 
 FileError lastError() noexcept { return fileError(GetLastError()); }
 
-// Half an entry, perhaps half a character, would spoil all that follows in the file.
-void cutOff(HANDLE file, LARGE_INTEGER end) noexcept {
-  if (SetFilePointerEx(file, end, nullptr, FILE_BEGIN)) SetEndOfFile(file);
-}
-
 bool isFolderAttribute(DWORD attributes) noexcept {
   return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-std::int64_t join(DWORD high, DWORD low) noexcept {
-  return static_cast<std::int64_t>(std::uint64_t{high} << 32 | low);
 }
 
 HANDLE handleOf(const OpenFile& file) noexcept { return reinterpret_cast<HANDLE>(file.native()); }
@@ -160,30 +151,31 @@ void unlock(const OpenFile& file) noexcept {
   UnlockFileEx(handleOf(file), 0, 1, 0, &place);
 }
 
-FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::size_t headSize,
+std::int64_t goToEnd(const OpenFile& file) noexcept {
+  LARGE_INTEGER end;
+  return SetFilePointerEx(handleOf(file), {}, &end, FILE_END) ? end.QuadPart : -1;
+}
+
+FileError appendOnce(const OpenFile& file, std::span<const std::byte> bytes, std::int64_t end,
                      LockState lock) noexcept {
   const HANDLE handle = handleOf(file);
-  LARGE_INTEGER end;
-  if (!GetFileSizeEx(handle, &end)) return lastError();
-  if (end.QuadPart > 0) bytes = bytes.subspan(headSize);
   if (bytes.size() > std::numeric_limits<DWORD>::max()) return FileError::DiskFull;
   // Without the lock the end is left to the system, which finds it and writes in one step.
   const bool isHeld = lock == LockState::Held;
-  constexpr DWORD kAtEnd = std::numeric_limits<DWORD>::max();
-  OVERLAPPED place{};
-  place.Offset = isHeld ? end.LowPart : kAtEnd;
-  place.OffsetHigh = isHeld ? static_cast<DWORD>(end.HighPart) : kAtEnd;
+  OVERLAPPED atEnd{};
+  atEnd.Offset = atEnd.OffsetHigh = std::numeric_limits<DWORD>::max();
   DWORD written = 0;
   FileError error = FileError::DiskFull;  // of a write that ends early
-  if (!WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, &place))
+  if (!WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                 isHeld ? nullptr : &atEnd))
     error = lastError();  // perhaps of a later piece of it
   else if (written == bytes.size())
     return FileError::None;
-  if (isHeld) cutOff(handle, end);
+  // Half an entry, perhaps half a character, would spoil all that follows in the file.
+  if (isHeld && SetFilePointerEx(handle, {.QuadPart = end}, nullptr, FILE_BEGIN))
+    SetEndOfFile(handle);
   return error;
 }
-
-void waitBriefly() noexcept { Sleep(1); }
 
 PathStatus lookAt(std::u16string_view path) noexcept {
   const Path target(path);
@@ -193,7 +185,8 @@ PathStatus lookAt(std::u16string_view path) noexcept {
     return {};
   }
   const bool folder = isFolderAttribute(data.dwFileAttributes);
-  return {true, folder, folder ? 0 : join(data.nFileSizeHigh, data.nFileSizeLow)};
+  const LARGE_INTEGER size{{data.nFileSizeLow, static_cast<LONG>(data.nFileSizeHigh)}};
+  return {true, folder, folder ? 0 : size.QuadPart};
 }
 
 std::u16string absolutePath(std::u16string_view path) {

@@ -29,7 +29,11 @@ std::u16string queryName(Query query) {
 
 }  // namespace
 
-std::u16string computerName() { return queryName(GetComputerNameA); }
+std::u16string computerName() {
+  // The system takes its name when it starts, but reads it from the registry each time.
+  static const std::u16string name = queryName(GetComputerNameA);
+  return name;
+}
 
 std::u16string userName() { return queryName(GetUserNameA); }
 

@@ -1,0 +1,3 @@
+#include "bench/row.h"
+
+int main() { quendal::bench::run(); }
