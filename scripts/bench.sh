@@ -6,8 +6,6 @@
 #   scripts/bench.sh [linux|windows|page]...   these homes, or all
 #   only='json log' scripts/bench.sh ...       these programs alone (bench/*_bench.cpp)
 . "$(dirname "$0")/lib.sh"
-[ -n "${QUENDAL_BENCH_DATA:-}" ] || [ ! -d "$root/../shared/data" ] ||
-  export QUENDAL_BENCH_DATA=$root/../shared/data
 
 heading() { printf '\n%-54s %14s %14s %8s\n' "$1" ours peer ratio; }
 

@@ -53,7 +53,6 @@ TEST(PageParser, EachLineOfTheScriptAndEachFaultIsToldWithItsPlace) {
     std::string page;
     std::string told;
   } kCases[] = {
-      {"", "VBScript\n"},
       {"a < b <! <\n", "VBScript\npage1|'a < b <! <\n'\n"},
       {"<b><%= x %></b>\n<% y\r\n z %>.",
        "VBScript\npage1|'<b>'\npage1|Response.Write(x)\npage1|'</b>\n'\npage2| y\npage3| z \npage3|"

@@ -124,8 +124,6 @@ TEST(HostFiles, AssignedValues) {
       {"# NAME=no\nNAME=\"two words\" # note\n", "two words"},
       {"NAME='single \\ $'\r\n", "single \\ $"},
       {R"(NAME="a \"b\" \\ \$")", "a \"b\" \\ $"},
-      {"NAME=first\n\tNAME=last\tx", "last"},
-      {"NAME=\"open", "open"},
       {"NAMES=x\nAN_NAME=y\nNAME", std::nullopt},
   };
   for (const auto& [file, value] : kCases) EXPECT_EQ(assignedValue(file, "NAME"), value);
