@@ -47,6 +47,7 @@ TEST_F(PosixDictionaryTest, RenamesInPlace) {
   EXPECT_EQ(put(u"Key", {1, 1.0}), "~");  // the same key
   EXPECT_EQ(put(u"Key", {4, 5}), "~");
   EXPECT_EQ(call(u"Keys") + call(u"Items"), "[1 two 3 5][10 20 30 ~]");
+  for (int i = 1000; i < 1010; ++i) call(u"Add", {i, 0});  // so many that there is an index
   for (int i = 5; i < 100; ++i) EXPECT_EQ(put(u"Key", {i, i + 1}), "~");
 }
 

@@ -159,7 +159,10 @@ TEST(JsonDecode, NestsAsDeepOnASmallStackAsFitsAndNoDeeper) {
     for (const auto& [open, close, levels] : rows) {
       for (const std::size_t count : {deep / levels, std::size_t{4'000}, std::size_t{1'000'000}}) {
         const std::u16string text = repeated(open, count) + u"1" + repeated(close, count);
-        EXPECT_EQ(decoded(text), count < 4'000 ? toUtf8(text) : kNoStack);
+        if (count < 4'000)
+          EXPECT_EQ(decoded(text), toUtf8(text));
+        else
+          EXPECT_EQ(textOrFailure([&] { return decode(text), std::string(); }), kNoStack);
       }
     }
   });
