@@ -14,7 +14,7 @@ struct HandLog {
 /// Looks at the folder and at the file, opens it for appending, writes, closes it.
 void plainEntryByHand(const HandLog& log, std::u16string_view entry);
 
-/// Every call that an entry of ours makes: looks at the file, opens it, asks for the clocks and the
+/// Every call that an entry of ours makes: opens the file, asks for its size, the clocks and the
 /// identities of a stamp, locks the file, finds its end, writes, unlocks, closes.
 void wholeEntryByHand(const HandLog& log, std::u16string_view entry);
 

@@ -25,10 +25,10 @@ HANDLE opened(const HandLog& log, DWORD access) {
   return file;
 }
 
-void writeTo(HANDLE file, std::u16string_view entry, OVERLAPPED* place) {
+void writeTo(HANDLE file, std::u16string_view entry) {
   DWORD written = 0;
   const auto size = static_cast<DWORD>(entry.size() * sizeof(char16_t));
-  must(WriteFile(file, entry.data(), size, &written, place) && written == size);
+  must(WriteFile(file, entry.data(), size, &written, nullptr) && written == size);
 }
 
 }  // namespace
@@ -37,30 +37,24 @@ void plainEntryByHand(const HandLog& log, std::u16string_view entry) {
   lookAt(log.folder);
   lookAt(log.file);
   const HANDLE file = opened(log, FILE_APPEND_DATA);
-  writeTo(file, entry, nullptr);
+  writeTo(file, entry);
   must(CloseHandle(file));
 }
 
 void wholeEntryByHand(const HandLog& log, std::u16string_view entry) {
-  lookAt(log.file);
   const HANDLE file = opened(log, FILE_WRITE_DATA);
+  must(SetFilePointerEx(file, {}, nullptr, FILE_END));
   SYSTEMTIME now;
   GetSystemTime(&now);
   GetLocalTime(&now);
   char name[200];
   DWORD size = sizeof name;
-  must(GetComputerNameA(name, &size));
-  size = sizeof name;
   must(GetUserNameA(name, &size) && GetCurrentProcessId() != 0);
   OVERLAPPED lock{};
   lock.OffsetHigh = 0x7FFFFFFF;
   must(LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &lock));
-  LARGE_INTEGER end;
-  must(GetFileSizeEx(file, &end));
-  OVERLAPPED place{};
-  place.Offset = end.LowPart;
-  place.OffsetHigh = static_cast<DWORD>(end.HighPart);
-  writeTo(file, entry, &place);
+  must(SetFilePointerEx(file, {}, nullptr, FILE_END));
+  writeTo(file, entry);
   must(UnlockFileEx(file, 0, 1, 0, &lock) && CloseHandle(file));
 }
 

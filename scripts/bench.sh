@@ -13,6 +13,7 @@ heading() { printf '\n%-54s %14s %14s %8s\n' "$1" ours peer ratio; }
 each_program() {
   local suffix=$1 program name; shift
   for program in "$folder"/*_bench"$suffix"; do
+    [ -e "$program" ] || continue
     name=$(basename "$program" "_bench$suffix")
     [[ -n ${only:-} && " $only " != *" $name "* ]] || "$@" "$program"
   done
@@ -28,7 +29,8 @@ bench_linux() {
 }
 
 bench_windows() {
-  need_windows && need rapidjson-dev nlohmann-json3-dev || say "some peers are missing"
+  need_windows || { say "Windows is left out"; return 0; }
+  need rapidjson-dev nlohmann-json3-dev || say "some peers are missing"
   build win64 benchmarks -- -DQUENDAL_BENCHMARKS=ON
   wine_start 64
   local folder=$root/build/win64/bench
@@ -39,7 +41,7 @@ bench_windows() {
 
 # What pages ask, of the DLL that is registered.
 bench_page() {
-  need_windows
+  need_windows || { say "pages are left out"; return 0; }
   build win64 QUENDAL_CLASSIC_ASP
   wine_start 64
   local folder page; folder=$(wine_path 64)
@@ -55,4 +57,9 @@ bench_page() {
 }
 
 [ $# -gt 0 ] || set -- linux windows page
-for home in "$@"; do "bench_$home"; done
+for home in "$@"; do
+  case $home in
+    linux | windows | page) "bench_$home" ;;
+    *) say "usage: [only='NAME...'] $0 [linux|windows|page]..."; exit 2 ;;
+  esac
+done

@@ -7,6 +7,11 @@
 namespace quendal {
 namespace {
 
+template <class E>
+constexpr std::int32_t valueOf(E value) {
+  return static_cast<std::int32_t>(value);
+}
+
 constexpr EnumerationMember kLogLevel[] = {
     {u"LOG_LEVEL_OFF", 1},         {u"LOG_LEVEL_LOW", 2},       {u"LOG_LEVEL_MEDIUM", 3},
     {u"LOG_LEVEL_HIGH", 4},        {u"LOG_LEVEL_INTERNALS", 5}, {u"LOG_LEVEL_KEEP_FILES", 6},
@@ -19,16 +24,31 @@ constexpr EnumerationMember kLogRepeat[] = {
 };
 
 constexpr EnumerationMember kVersionStrings[] = {
-    {u"viPredefinedFirst", 0},   {u"viLanguage", 0},        {u"viComments", 1},
-    {u"viCompanyName", 2},       {u"viFileDescription", 3}, {u"viFileVersion", 4},
-    {u"viInternalName", 5},      {u"viLegalCopyright", 6},  {u"viLegalTrademarks", 7},
-    {u"viOriginalFilename", 8},  {u"viProductName", 9},     {u"viProductVersion", 10},
-    {u"viPrivateBuild", 11},     {u"viSpecialBuild", 12},   {u"viLegalTrademarks1", 13},
-    {u"viLegalTrademarks2", 14}, {u"viPredefinedLast", 14}};
+    {u"viPredefinedFirst", valueOf(VersionString::Language)},
+    {u"viLanguage", valueOf(VersionString::Language)},
+    {u"viComments", valueOf(VersionString::Comments)},
+    {u"viCompanyName", valueOf(VersionString::CompanyName)},
+    {u"viFileDescription", valueOf(VersionString::FileDescription)},
+    {u"viFileVersion", valueOf(VersionString::FileVersion)},
+    {u"viInternalName", valueOf(VersionString::InternalName)},
+    {u"viLegalCopyright", valueOf(VersionString::LegalCopyright)},
+    {u"viLegalTrademarks", valueOf(VersionString::LegalTrademarks)},
+    {u"viOriginalFilename", valueOf(VersionString::OriginalFilename)},
+    {u"viProductName", valueOf(VersionString::ProductName)},
+    {u"viProductVersion", valueOf(VersionString::ProductVersion)},
+    {u"viPrivateBuild", valueOf(VersionString::PrivateBuild)},
+    {u"viSpecialBuild", valueOf(VersionString::SpecialBuild)},
+    {u"viLegalTrademarks1", valueOf(VersionString::LegalTrademarks1)},
+    {u"viLegalTrademarks2", valueOf(VersionString::LegalTrademarks2)},
+    {u"viPredefinedLast", valueOf(VersionString::LegalTrademarks2)}};
 
 constexpr EnumerationMember kQuoteStyle[] = {
-    {u"sbNone", 0},           {u"sbDouble", 1},          {u"sbSingle", 2},
-    {u"sbSquareBrackets", 3}, {u"sbExcelDateString", 4}, {u"sbADODBSheetReference", 5}};
+    {u"sbNone", valueOf(QuoteStyle::None)},
+    {u"sbDouble", valueOf(QuoteStyle::Double)},
+    {u"sbSingle", valueOf(QuoteStyle::Single)},
+    {u"sbSquareBrackets", valueOf(QuoteStyle::SquareBrackets)},
+    {u"sbExcelDateString", valueOf(QuoteStyle::ExcelDateString)},
+    {u"sbADODBSheetReference", valueOf(QuoteStyle::SheetReference)}};
 
 }  // namespace
 

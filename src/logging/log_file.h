@@ -59,7 +59,8 @@ class LogFile {
     platform::AppendFile file;
     Format format;
   };
-  /// `ensure` and `open`, with one look at a file that is there and not due.
+  /// `ensure` and `open`, with one look at a file that is there and not due. For one that another
+  /// program holds exclusively it waits twice as long as an opening does.
   [[nodiscard]] Opened ensureOpen();
   /// Opens the existing file for one entry, so that what prevents that is raised before the entry
   /// is composed. Raises as `ensure`.

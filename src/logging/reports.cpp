@@ -118,7 +118,7 @@ void Logging::reportServerVariables(Report& report) {
     Variant text = u"LogServerVariables: Generic error occurred.";
     report.handOver(
         caught([&](std::u16string_view name) { return pendingErrorMember(number, name); },
-               VariantRef(&text), std::int16_t{kLogRepeatSerious}));
+               VariantRef(&text), kLogRepeatSerious));
   }
 }
 

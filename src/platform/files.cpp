@@ -56,6 +56,7 @@ FileError AppendFile::append(std::span<const std::byte> bytes, std::size_t headS
     const AppendLock lock(file);
     if (lock.state() == LockState::Taken) return FileError::PermissionDenied;
     const std::int64_t end = goToEnd(file);
+    if (end < 0) return FileError::DeviceIo;
     if (end != 0) bytes = bytes.subspan(headSize);
     const FileError error = appendOnce(file, bytes, end, lock.state());
     if (error != FileError::None) return error;

@@ -97,8 +97,9 @@ TEST_F(RegistrationTest, WritesWhatTheSystemLooksFor) {
     EXPECT_EQ(toUtf8(platform::registryText(row.path, row.name).value_or(u"-")), toUtf8(row.text))
         << toUtf8(row.path);
   // The viewer finds the texts there, whatever the type of the event.
-  EXPECT_TRUE(
-      platform::registryText(kEventSource, u"EventMessageFile")->ends_with(u"\\EventCreate.exe"));
+  EXPECT_TRUE(platform::registryText(kEventSource, u"EventMessageFile")
+                  .value_or(u"-")
+                  .ends_with(u"\\EventCreate.exe"));
   DWORD types = 0, size = sizeof(types);
   RegGetValueW(HKEY_LOCAL_MACHINE, oleText(kEventSource.c_str()), L"TypesSupported",
                RRF_RT_REG_DWORD, nullptr, &types, &size);

@@ -214,6 +214,10 @@ TEST(JsonEncode, WritesEachKindOfValue) {
       {u"\"\\/\b\f\r\n\t", R"("\"\\/\b\f\r\n\t")"},
       {std::u16string_view(u"\0\x01\x0F\x10\x1B\x1F\x7F", 7),
        "\"\\u0000\\u0001\\u000F\\u0010\\u001B\\u001F\x7F\""},
+      {arrayOf({999999999999999.0, 1e15, -1e15, 1.0 / 3, -0.0}),
+       "[999999999999999,1E+15,-1E+15,0.333333333333333,0]"},
+      {std::u16string(31, u'a') + u'"' + std::u16string(64, u'b') + u"\n",
+       '"' + std::string(31, 'a') + "\\\"" + std::string(64, 'b') + "\\n\""},
       {u"a\n\nb\u00E9\u6771\U0001F600", "\"a\\n\\nb\u00E9\u6771\U0001F600\""}};
   for (const auto& [value, expected] : rows) EXPECT_EQ(encoded(value), expected);
   const Variant lone = encode(std::u16string(1, 0xD800));

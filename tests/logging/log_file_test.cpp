@@ -31,8 +31,7 @@ class LogFileTest : public ::testing::Test {
     return file;
   }
   static void write(LogFile& file, std::u16string_view text) {
-    file.ensure();
-    file.append(file.open(), text);
+    file.append(file.ensureOpen(), text);
   }
   void create(std::u16string_view name) {
     ASSERT_EQ(platform::createFile(folder / name, {}), FileError::None);
@@ -124,14 +123,14 @@ TEST_F(LogFileTest, AFileOfTheRollOverSizeBecomesTheDaysArchive) {
   fillTo(100);
   for (const std::int32_t off : {101, 0, -1}) {
     log.setRolloverBytes(off);
-    log.ensure();
+    static_cast<void>(log.ensureOpen());
     EXPECT_EQ(sizeOf(u"Log.txt"), 100);
   }
   log.setRolloverBytes(100);
   for (const std::u16string& archive :
        {u"LOG.TXT_" + date + u".TXT", u"Log.txt_" + date + u"_1_1.TXT",
         u"Log.txt_" + date + u"_2_2.TXT"}) {
-    log.ensure();
+    static_cast<void>(log.ensureOpen());
     EXPECT_EQ(std::ranges::count(platform::listFiles(folder.path()), archive), 1);  // in this case
     EXPECT_EQ(sizeOf(archive), 100);
     EXPECT_EQ(sizeOf(u"Log.txt"), 0);  // the banner was written already
@@ -148,7 +147,7 @@ TEST_F(LogFileTest, FaultsRaiseAndTheLogWorksAgainWhenTheyAreGone) {
   };
   for (const auto& [name, error] : rows) {
     log.setFullName(name);
-    EXPECT_EQ(raisedBy([&] { log.ensure(); }), error) << toUtf8(name);
+    EXPECT_EQ(raisedBy([&] { static_cast<void>(log.ensureOpen()); }), error) << toUtf8(name);
   }
   log.setName(u"log.txt");
   EXPECT_EQ(raisedBy([&] { log.append(log.open(), u"early"); }), 53);

@@ -137,6 +137,14 @@ TEST(PosixIdentitiesTest, EnvironmentAnswersInAnyCaseAndFirstInTheOneAskedFor) {
   EXPECT_EQ(environmentVariable(u"quendal_x"), u"");
 }
 
+TEST(PosixIdentitiesTest, UserNameFollowsTheAccountOfTheMoment) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can change the account";
+  EXPECT_TRUE(holdsInChild([] {
+    ::unsetenv("USER");
+    return userName() == u"root" && ::seteuid(3999999) == 0 && userName() == u"3999999";
+  }));
+}
+
 TEST(PosixIdentitiesTest, TheVersionIsThatOfTheKernel) {
   const OSVersion version = osVersion();
   utsname system;

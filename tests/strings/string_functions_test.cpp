@@ -52,6 +52,8 @@ TEST(TextFunctions, TurnTextIntoText) {
   expectAll({{u"HTMLEncode", u"a<b & c\"'=>~\x7F", "a&#60;b &#38; c&#34;&#39;&#61;&#62;~\x7F"},
              {u"HTMLEncode", std::u16string_view(u"\t\r\n\0", 4), "&#9;&#13;&#10;&#0;"},
              {u"HTMLEncode", Boolean::True, "True"},
+             {u"HTMLEncode", std::u16string(32, u'a') + u"<" + std::u16string(63, u'b') + u">",
+              (std::string(32, 'a') + "&#60;" + std::string(63, 'b') + "&#62;").c_str()},
              {u"URLEncode", 1.5, "1%2E5"},
              {u"MD5", u"abc", "900150983cd24fb0d6963f7d28e17f72"},
              {u"MD5", 123, "202cb962ac59075b964b07152d234b70"}});
@@ -65,6 +67,8 @@ TEST(TextFunctions, UseTheCodePage) {
   expectAll(
       {{u"HTMLEncode", u"\u00E9\u20AC\u00A0", "&#233;&#128;&#160;"},
        {u"HTMLEncode", u"<\u65E5\U0001F600", "&#60;\u65E5\U0001F600"},
+       {u"HTMLEncode", u"<0123456789abc\U0001F600<<\u00E9>=\u00E9",
+        "&#60;0123456789abc\U0001F600&#60;&#60;&#233;&#62;&#61;&#233;"},
        {u"URLEncode", u"\u00E9\u20AC\u65E5\U0001F600", "%E9%80%3F%3F%3F"},
        {u"URLDecode", u"%E9%80%e9", "\u00E9\u20AC\u00E9"},
        {u"Capitalize", u"\u00C9COLE \u00C9T\u00C9 \u65E5x", "\u00C9cole \u00C9t\u00E9 ?x"},

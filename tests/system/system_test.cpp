@@ -63,6 +63,7 @@ TEST_F(OsInfoTest, TellsTheSystem) {
   EXPECT_EQ(get(u"SystemDirectory"), toUtf8(platform::systemFolder()) + "\\");
   EXPECT_EQ(get(u"BitAsString"), "32 Bit");
   EXPECT_EQ(info.get(u"Bit").boolVal, platform::wow64Flag());
+  // Where a system lacks a folder, its row shows nothing.
   test::forEachPair(
       u"MyDocumentsFolder=5|MyPicturesFolder=39|MyMusicFolder=13|MyVideosFolder=14"
       u"|CommonDocumentsFolder=46|CommonPicturesFolder=54|CommonMusicFolder=53"

@@ -35,6 +35,8 @@ Bytes firstBytes(const Bytes& bytes, std::size_t size) {
 TEST(VersionReaderTest, CutOrSpoiltImagesGiveNoMoreThanTheyHoldAtLittleCost) {
   for (const PeKind kind : {PeKind::Pe32, PeKind::Pe32Plus}) {
     const Bytes image = soundImage(kind);
+    test::MemoryBytes whole(image);
+    EXPECT_EQ(companyOf(readVersionBlock(whole)), u"Works");
     for (std::size_t at = 0; at < image.size(); ++at) {
       const Bytes cut = firstBytes(image, at);
       test::MemoryBytes rest(cut);

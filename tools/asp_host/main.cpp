@@ -55,7 +55,8 @@ class CommandLine {
   }
   std::string bytes(const std::string& missing) { return encoded(word(missing), kUtf8); }
   unsigned number(unsigned least, unsigned most) {
-    const std::string wanted = std::to_string(least) + " to " + std::to_string(most) + " expected";
+    const std::string wanted =
+        std::to_string(least) + " to " + std::to_string(most) + " is expected";
     const std::string text = bytes(wanted);
     unsigned value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -98,7 +99,7 @@ int runPage(CommandLine& line) {
   PageRequest request;
   bool headers = false;
   std::chrono::seconds timeout{90};
-  const std::string text = "a text expected";
+  const std::string text = "a text is expected";
   line.options({
       {"--method", [&] { request.method = line.bytes(text); }},
       {"--query", [&] { request.query = line.bytes(text); }},
@@ -111,13 +112,13 @@ int runPage(CommandLine& line) {
        }},
       {"--server-variable",
        [&] {
-         const std::string wanted = "NAME=VALUE expected";
+         const std::string wanted = "NAME=VALUE is expected";
          const std::u16string pair = line.word(wanted);
          const std::size_t equals = pair.find(u'=');
          if (equals == 0 || equals == pair.npos) throw UsageError(wanted);
          request.variables.emplace_back(pair.substr(0, equals), pair.substr(equals + 1));
        }},
-      {"--root", [&] { root = folderAt(line.word("a folder expected")); }},
+      {"--root", [&] { root = folderAt(line.word("a folder is expected")); }},
       {"--headers", [&] { headers = true; }},
       {"--script-timeout", [&] { timeout = line.timeout(); }},
   });

@@ -34,7 +34,7 @@ class ErrorInfo final : public Counted<ICreateErrorInfo, IErrorInfo> {
                   object);
   }
 
-  // Nobody here reads the others.
+  // Only source and description are read here.
   HRESULT STDMETHODCALLTYPE SetGUID(REFGUID) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE SetSource(LPOLESTR source) override { return set(source_, source); }
   HRESULT STDMETHODCALLTYPE SetDescription(LPOLESTR text) override {

@@ -10,7 +10,7 @@ constexpr bool isBlank(char16_t c) noexcept {
 }
 
 /// A double quotation mark, a backslash or a control character: what a string cannot hold as it is.
-/// An object, for algorithms to see what they call.
+/// A function object, so that algorithms can inline it.
 inline constexpr auto isSpecial = [](char16_t c) noexcept {
   return c <= u'\\' && (c == u'\\' || c == u'"' || c < 0x20);
 };

@@ -10,9 +10,8 @@
 namespace quendal::platform {
 namespace {
 
-// A language identifier is a primary language (10 bits) and a sublanguage (6 bits above it). Few
-// languages have several names; of those that are rarely written in a second script, the usual
-// one stands for both.
+// A language identifier is a primary language (10 bits) and a sublanguage (6 bits above it). These
+// stand for all sublanguages but those below, also where a few are written in a second script.
 constexpr std::u16string_view kNames =
     u"|001 Arabic|002 Bulgarian|003 Catalan|005 Czech|006 Danish|007 German|008 Greek|"
     u"009 English|00A Spanish|00B Finnish|00C French|00D Hebrew|00E Hungarian|00F Icelandic|"
@@ -37,7 +36,7 @@ constexpr std::u16string_view kNames =
     u"085 Yakut|086 K'iche' (Latin)|087 Kinyarwanda|088 Wolof|08C Persian|091 Scottish Gaelic|"
     u"092 Central Kurdish (Arabic)|";
 
-// The others: bit n of `sublanguages` stands for sublanguage n.
+// Other languages and scripts: bit n of `sublanguages` stands for sublanguage n.
 struct Language {
   std::uint16_t primary;
   std::uint32_t sublanguages;
@@ -53,6 +52,12 @@ constexpr Language kBySublanguage[] = {
     {0x1A, 0x90000A40, u"Serbian (Latin)"},
     {0x1A, 0x8001480, u"Serbian (Cyrillic)"},
     {0x1A, 0x2000100, u"Bosnian (Cyrillic)"},
+    {0x2E, 0x80000004, u"Lower Sorbian"},
+    {0x3B, 0x80000030, u"Lule Sami"},
+    {0x3B, 0x400000C0, u"Southern Sami"},
+    {0x3B, 0x20000100, u"Skolt Sami"},
+    {0x3B, 0x10000200, u"Inari Sami"},
+    {0x51, 0x8, u"Dzongkha"},
 };
 
 }  // namespace

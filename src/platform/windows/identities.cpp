@@ -32,7 +32,7 @@ std::u16string queryName(Query query) {
 std::u16string computerName() {
   // The system takes its name when it starts, but reads it from the registry each time.
   static const std::u16string name = queryName(GetComputerNameA);
-  return name;
+  return name.empty() ? queryName(GetComputerNameA) : name;  // the first question may have failed
 }
 
 std::u16string userName() { return queryName(GetUserNameA); }
