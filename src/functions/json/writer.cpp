@@ -64,9 +64,13 @@ void Writer::putQuoted(std::u16string_view characters) {
 }
 
 void Writer::putKey(std::u16string_view characters, bool isFirst) {
-  if (!isFirst) put(u',');
-  putQuoted(characters);
-  put(u':');
+  char16_t* out = room(characters.size() + 4);
+  length_ += characters.size() + (isFirst ? 3 : 4);
+  if (!isFirst) *out++ = u',';
+  *out++ = u'"';
+  out += characters.copy(out, characters.size());
+  *out++ = u'"';
+  *out = u':';
 }
 
 void Writer::putText(std::u16string_view text) {
