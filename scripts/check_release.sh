@@ -47,5 +47,5 @@ inside bash -c '
   . /etc/os-release
   echo "$PRETTY_NAME: $(g++ --version | head -n 1)"
   x86_64-w64-mingw32-g++-posix --version | head -n 1
-  wine --version' || status=1
+  wine --version 2>/dev/null' || status=1
 exit "$status"
