@@ -43,7 +43,7 @@ SharedKey DictionaryTable::rename(Entry& entry, SharedKey key, std::uint32_t has
 }
 
 DictionaryTable::Entry DictionaryTable::remove(Entry& entry) noexcept {
-  Entry removed = std::move(entry);
+  Entry removed = std::exchange(entry, {});
   entry.isGap = true;
   if (++gaps_ * 2 > entries_.size()) {
     std::erase_if(entries_, [](const Entry& each) { return each.isGap; });
