@@ -43,8 +43,7 @@ SharedKey DictionaryTable::rename(Entry& entry, SharedKey key, std::uint32_t has
 }
 
 DictionaryTable::Entry DictionaryTable::remove(Entry& entry) noexcept {
-  Entry removed = std::exchange(entry, {});
-  entry.isGap = true;
+  Entry removed = std::exchange(entry, Entry{{}, {}, 0, true});  // a gap
   if (++gaps_ * 2 > entries_.size()) {
     std::erase_if(entries_, [](const Entry& each) { return each.isGap; });
     gaps_ = 0;
@@ -64,7 +63,8 @@ void DictionaryTable::makeRoomInIndex() {
 void DictionaryTable::fillIndex() noexcept {
   std::fill(index_.begin(), index_.end(), 0);
   indexed_ = 0;
-  for (std::size_t i = 0; i < entries_.size(); ++i) addToIndex(i);
+  for (std::size_t i = 0; i < entries_.size(); ++i)
+    if (!entries_[i].isGap) addToIndex(i);
 }
 
 void DictionaryTable::addToIndex(std::size_t position) noexcept {
