@@ -24,6 +24,7 @@ TEST(DatePicture, ConvertsFormats) {
       {u"%A, %d. %B %Y. %T", u"dddd, dd. MMMM yyyy.|dddd, dd. MMMM yyyy.|HH:mm:ss"},
       {u"%d.\u00A0%h\u202F%Y", u"dd. MMM yyyy|dd. MMMM yyyy|"},
       {u"%e o'clock", u"d' o''clock'|d' o''clock'|"},
+      {u"%e.-- %-k %l %P", u"d.--|d.--|H h tt"},
   };
   for (const auto& [format, pictures] : kCases) {
     std::u16string made;
