@@ -10,19 +10,10 @@
 #include "bench/entry_by_hand.h"
 #include "bench/row.h"
 #include "bench/scratch_folder.h"
-#include "core/dispatch.h"
-#include "logging/logging.h"
+#include "bench/scratch_log.h"
 
 namespace quendal::bench {
 namespace {
-
-Object loggerIn(const std::filesystem::path& folder) {
-  const Object logger = Owned<Logging>::make().object();
-  logger.call(u"SetLogPath", folder.u16string() + u"\\");
-  logger.call(u"SetLogFile", u"LOG.TXT");
-  logger.put(u"RolloverBytes", std::int32_t{0});
-  return logger;
-}
 
 /// The lines of a log from an offset in bytes on.
 std::vector<std::u16string> linesOf(const std::filesystem::path& path, std::size_t offset) {

@@ -11,8 +11,8 @@
 #include "bench/json_sides.h"
 #include "bench/posix_cost.h"
 #include "bench/scratch_folder.h"
+#include "bench/scratch_log.h"
 #include "core/dictionary.h"
-#include "logging/logging.h"
 
 namespace quendal::bench {
 namespace {
@@ -75,14 +75,6 @@ void collectionRows() {
         [&] { return pushed(count); },
         [](Variant& list) { return Owned<ArrayFunctions>::make().object().call(u"Sort", list); });
   });
-}
-
-Object loggerIn(const std::filesystem::path& folder) {
-  const Object logger = Owned<Logging>::make().object();
-  logger.call(u"SetLogPath", folder.u16string() + u"\\");
-  logger.call(u"SetLogFile", u"LOG.TXT");
-  logger.put(u"RolloverBytes", std::int32_t{0});
-  return logger;
 }
 
 void logRows() {

@@ -8,8 +8,8 @@ namespace quendal {
 namespace {
 
 template <class E>
-constexpr std::int32_t valueOf(E value) {
-  return static_cast<std::int32_t>(value);
+constexpr EnumerationMember member(std::u16string_view name, E value) {
+  return {name, static_cast<std::int32_t>(value)};
 }
 
 constexpr EnumerationMember kLogLevel[] = {
@@ -24,31 +24,31 @@ constexpr EnumerationMember kLogRepeat[] = {
 };
 
 constexpr EnumerationMember kVersionStrings[] = {
-    {u"viPredefinedFirst", valueOf(VersionString::Language)},
-    {u"viLanguage", valueOf(VersionString::Language)},
-    {u"viComments", valueOf(VersionString::Comments)},
-    {u"viCompanyName", valueOf(VersionString::CompanyName)},
-    {u"viFileDescription", valueOf(VersionString::FileDescription)},
-    {u"viFileVersion", valueOf(VersionString::FileVersion)},
-    {u"viInternalName", valueOf(VersionString::InternalName)},
-    {u"viLegalCopyright", valueOf(VersionString::LegalCopyright)},
-    {u"viLegalTrademarks", valueOf(VersionString::LegalTrademarks)},
-    {u"viOriginalFilename", valueOf(VersionString::OriginalFilename)},
-    {u"viProductName", valueOf(VersionString::ProductName)},
-    {u"viProductVersion", valueOf(VersionString::ProductVersion)},
-    {u"viPrivateBuild", valueOf(VersionString::PrivateBuild)},
-    {u"viSpecialBuild", valueOf(VersionString::SpecialBuild)},
-    {u"viLegalTrademarks1", valueOf(VersionString::LegalTrademarks1)},
-    {u"viLegalTrademarks2", valueOf(VersionString::LegalTrademarks2)},
-    {u"viPredefinedLast", valueOf(VersionString::LegalTrademarks2)}};
+    member(u"viPredefinedFirst", VersionString::Language),
+    member(u"viLanguage", VersionString::Language),
+    member(u"viComments", VersionString::Comments),
+    member(u"viCompanyName", VersionString::CompanyName),
+    member(u"viFileDescription", VersionString::FileDescription),
+    member(u"viFileVersion", VersionString::FileVersion),
+    member(u"viInternalName", VersionString::InternalName),
+    member(u"viLegalCopyright", VersionString::LegalCopyright),
+    member(u"viLegalTrademarks", VersionString::LegalTrademarks),
+    member(u"viOriginalFilename", VersionString::OriginalFilename),
+    member(u"viProductName", VersionString::ProductName),
+    member(u"viProductVersion", VersionString::ProductVersion),
+    member(u"viPrivateBuild", VersionString::PrivateBuild),
+    member(u"viSpecialBuild", VersionString::SpecialBuild),
+    member(u"viLegalTrademarks1", VersionString::LegalTrademarks1),
+    member(u"viLegalTrademarks2", VersionString::LegalTrademarks2),
+    member(u"viPredefinedLast", VersionString::LegalTrademarks2)};
 
 constexpr EnumerationMember kQuoteStyle[] = {
-    {u"sbNone", valueOf(QuoteStyle::None)},
-    {u"sbDouble", valueOf(QuoteStyle::Double)},
-    {u"sbSingle", valueOf(QuoteStyle::Single)},
-    {u"sbSquareBrackets", valueOf(QuoteStyle::SquareBrackets)},
-    {u"sbExcelDateString", valueOf(QuoteStyle::ExcelDateString)},
-    {u"sbADODBSheetReference", valueOf(QuoteStyle::SheetReference)}};
+    member(u"sbNone", QuoteStyle::None),
+    member(u"sbDouble", QuoteStyle::Double),
+    member(u"sbSingle", QuoteStyle::Single),
+    member(u"sbSquareBrackets", QuoteStyle::SquareBrackets),
+    member(u"sbExcelDateString", QuoteStyle::ExcelDateString),
+    member(u"sbADODBSheetReference", QuoteStyle::SheetReference)};
 
 }  // namespace
 

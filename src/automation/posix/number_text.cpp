@@ -51,7 +51,7 @@ void dropTrailingZeros(Scientific& number) noexcept {
   while (number.count > 1 && number.digits[number.count - 1] == '0') --number.count;
 }
 
-// As the library writes a number: with so many decimals, or with the fewest digits that tell it
+// As the standard library writes a number: with so many decimals, or with the fewest digits that tell it
 // from other doubles.
 template <class... Decimals>
 Scientific written(double magnitude, Decimals... decimals) noexcept {
