@@ -51,8 +51,8 @@ void dropTrailingZeros(Scientific& number) noexcept {
   while (number.count > 1 && number.digits[number.count - 1] == '0') --number.count;
 }
 
-// As the standard library writes a number: with so many decimals, or with the fewest digits that tell it
-// from other doubles.
+// As the standard library writes a number: with so many decimals, or with the fewest digits that
+// tell it from other doubles.
 template <class... Decimals>
 Scientific written(double magnitude, Decimals... decimals) noexcept {
   std::array<char, 48> buffer;
